@@ -1,0 +1,48 @@
+# The four kinds of target, so that a folder's CMakeLists.txt is only its list of files.
+
+# dunkman_library(NAME SOURCES ... [LINKS ...])
+function(dunkman_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE dunkman_flags)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# dunkman_program(NAME SOURCES ... [LINKS ...])
+function(dunkman_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags)
+endfunction()
+
+# dunkman_test(NAME SOURCES ... [LINKS ...] [TIMEOUT SECONDS]): one GoogleTest program, one CTest entry.
+# Tests run in the source folder, so that "data" and "tests/..." are found by relative paths.
+function(dunkman_test name)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags gmock_main)
+    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 300)
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+endfunction()
+
+# dunkman_benchmark(NAME SOURCES ... [LINKS ...]): a Google Benchmark program; never part of the tests.
+function(dunkman_benchmark name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags benchmark::benchmark benchmark::benchmark_main)
+endfunction()
+
+# dunkman_fuzzer(NAME SOURCES ... [LINKS ...]): libFuzzer entry; its sources define LLVMFuzzerTestOneInput.
+# With DUNKMAN_FUZZERS off nothing is built here: the same sources also run over their corpus as a plain test.
+function(dunkman_fuzzer name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    if(DUNKMAN_FUZZERS)
+        add_executable(${name} ${ARG_SOURCES})
+        target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+        target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+        target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags)
+    endif()
+endfunction()
