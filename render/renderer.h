@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+
+// The process-wide drawing objects: the basic program, its material, the quad mesh and the sampler.
+namespace dunkman {
+
+// Builds them from "drawable_basic.vert" and "drawable_basic.frag". Needs the GL entry points and a context.
+// Stops the game with a message that names the file when a shader is missing or does not compile or link.
+void createRenderer();
+
+// Deletes them, in this order: program (unbinding it first where it is bound), vertex array, sampler.
+void releaseRenderer();
+
+// Forgets them without touching OpenGL, for tests.
+void resetRenderer();
+
+// A 4 x 4 matrix, column after column, as OpenGL takes it.
+using Matrix4 = std::array<float, 16>;
+
+// Stores uViewProjection in the basic material.
+void setViewProjection(const Matrix4& matrix);
+
+} // namespace dunkman
