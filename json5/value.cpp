@@ -1,0 +1,265 @@
+#include "json5/value.h"
+
+#include <utility>
+
+namespace dunkman {
+
+namespace {
+
+// Up to here a walk over the keys beats hashing one.
+constexpr std::size_t maxMembersWithoutIndex = 8;
+
+// 64-bit FNV-1a.
+std::size_t hashKey(std::string_view key) {
+    std::uint64_t hash = 0xcbf29ce484222325u;
+    for (const char byte : key) {
+        hash ^= static_cast<unsigned char>(byte);
+        hash *= 0x100000001b3u;
+    }
+    return static_cast<std::size_t>(hash ^ (hash >> 32));
+}
+
+void reportIfOtherKind(const JsonValue& value, JsonKind wanted) {
+    if (value.kind != wanted && jsonKindMismatchHandler != nullptr) {
+        jsonKindMismatchHandler(value, wanted);
+    }
+}
+
+// Sets `target` when the element is a number.
+bool readNumber(const JsonValue& element, double& target) {
+    if (element.kind == JsonKind::Float) {
+        target = element.floatValue;
+    } else if (element.kind == JsonKind::Integer) {
+        target = static_cast<double>(element.intValue);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+JsonKindMismatchHandler jsonKindMismatchHandler = nullptr;
+
+void resetJsonKindMismatchHandler() { jsonKindMismatchHandler = nullptr; }
+
+JsonMembers::JsonMembers() = default;
+JsonMembers::JsonMembers(JsonMembers&& other) noexcept = default;
+JsonMembers& JsonMembers::operator=(JsonMembers&& other) noexcept = default;
+JsonMembers::~JsonMembers() = default;
+
+JsonMembers::JsonMembers(const JsonMembers& other) {
+    if (other.empty()) {
+        return;
+    }
+    table = std::make_unique<Table>();
+    table->entries.reserve(other.size());
+    for (const auto& entry : other.table->entries) {
+        table->entries.push_back(std::make_unique<JsonMember>(*entry));
+    }
+    table->slots = other.table->slots;
+}
+
+JsonMembers& JsonMembers::operator=(const JsonMembers& other) {
+    // Copied before anything is dropped: `other` may live inside one of our own members.
+    JsonMembers copy(other);
+    table = std::move(copy.table);
+    return *this;
+}
+
+JsonMember* JsonMembers::findMember(std::string_view key) const {
+    if (!table) {
+        return nullptr;
+    }
+    const auto& entries = table->entries;
+    if (table->slots.empty()) {
+        for (const auto& entry : entries) {
+            if (entry->key == key) {
+                return entry.get();
+            }
+        }
+        return nullptr;
+    }
+    const std::size_t mask = table->slots.size() - 1;
+    for (std::size_t slot = hashKey(key) & mask; table->slots[slot] != 0; slot = (slot + 1) & mask) {
+        JsonMember* candidate = entries[table->slots[slot] - 1].get();
+        if (candidate->key == key) {
+            return candidate;
+        }
+    }
+    return nullptr;
+}
+
+// Rebuilds the index with at least twice as many slots as members.
+void JsonMembers::growIndex() {
+    const auto& entries = table->entries;
+    std::size_t slotCount = 4 * maxMembersWithoutIndex;
+    while (slotCount < 4 * entries.size()) {
+        slotCount *= 2;
+    }
+    table->slots.assign(slotCount, 0);
+    for (std::size_t number = 0; number < entries.size(); ++number) {
+        std::size_t slot = hashKey(entries[number]->key) & (slotCount - 1);
+        while (table->slots[slot] != 0) {
+            slot = (slot + 1) & (slotCount - 1);
+        }
+        table->slots[slot] = static_cast<std::uint32_t>(number + 1);
+    }
+}
+
+JsonValue* JsonMembers::find(std::string_view key) {
+    JsonMember* member = findMember(key);
+    return member != nullptr ? &member->value : nullptr;
+}
+
+const JsonValue* JsonMembers::find(std::string_view key) const {
+    const JsonMember* member = findMember(key);
+    return member != nullptr ? &member->value : nullptr;
+}
+
+bool JsonMembers::contains(std::string_view key) const { return findMember(key) != nullptr; }
+
+JsonValue& JsonMembers::operator[](std::string_view key) {
+    if (JsonMember* member = findMember(key)) {
+        return member->value;
+    }
+    if (!table) {
+        table = std::make_unique<Table>();
+    }
+    auto& entries = table->entries;
+    entries.push_back(std::make_unique<JsonMember>());
+    entries.back()->key = key;
+    if (2 * entries.size() > table->slots.size()) {
+        if (entries.size() > maxMembersWithoutIndex) {
+            growIndex();
+        }
+    } else {
+        const std::size_t mask = table->slots.size() - 1;
+        std::size_t slot = hashKey(key) & mask;
+        while (table->slots[slot] != 0) {
+            slot = (slot + 1) & mask;
+        }
+        table->slots[slot] = static_cast<std::uint32_t>(entries.size());
+    }
+    return entries.back()->value;
+}
+
+void JsonMembers::clear() { table.reset(); }
+
+JsonValue JsonValue::makeBool(bool value) {
+    JsonValue made;
+    made.kind = JsonKind::Bool;
+    made.boolValue = value;
+    return made;
+}
+
+JsonValue JsonValue::makeInteger(std::int64_t value) {
+    JsonValue made;
+    made.kind = JsonKind::Integer;
+    made.intValue = value;
+    return made;
+}
+
+JsonValue JsonValue::makeFloat(double value) {
+    JsonValue made;
+    made.kind = JsonKind::Float;
+    made.floatValue = value;
+    return made;
+}
+
+JsonValue JsonValue::makeString(std::string value) {
+    JsonValue made;
+    made.kind = JsonKind::String;
+    made.stringValue = std::move(value);
+    return made;
+}
+
+JsonValue JsonValue::makeArray(std::vector<JsonValue> elements) {
+    JsonValue made;
+    made.kind = JsonKind::Array;
+    made.arrayValue = std::move(elements);
+    return made;
+}
+
+JsonValue JsonValue::makeObject() {
+    JsonValue made;
+    made.kind = JsonKind::Object;
+    return made;
+}
+
+JsonValue JsonValue::makePair(double x, double y) {
+    JsonValue made = makeArray();
+    made.arrayValue.reserve(2);
+    made.arrayValue.push_back(makeFloat(x));
+    made.arrayValue.push_back(makeFloat(y));
+    return made;
+}
+
+const JsonValue& JsonValue::null() {
+    static const JsonValue shared;
+    return shared;
+}
+
+const JsonValue* JsonValue::find(std::string_view key) const { return objectValue.find(key); }
+
+const JsonValue& JsonValue::get(std::string_view key) const {
+    const JsonValue* found = objectValue.find(key);
+    return found != nullptr ? *found : null();
+}
+
+const JsonMembers* JsonValue::findObject(std::string_view key) const {
+    const JsonValue* found = objectValue.find(key);
+    return found != nullptr && found->kind == JsonKind::Object ? &found->objectValue : nullptr;
+}
+
+bool JsonValue::contains(std::string_view key) const { return objectValue.contains(key); }
+
+JsonValue& JsonValue::member(std::string_view key) { return objectValue[key]; }
+
+JsonValue& JsonValue::append() { return arrayValue.emplace_back(); }
+
+bool JsonValue::asBool() const {
+    reportIfOtherKind(*this, JsonKind::Bool);
+    return boolValue;
+}
+
+std::int64_t JsonValue::asInteger() const {
+    reportIfOtherKind(*this, JsonKind::Integer);
+    return intValue;
+}
+
+double JsonValue::asFloat() const {
+    reportIfOtherKind(*this, JsonKind::Float);
+    return floatValue;
+}
+
+const std::string& JsonValue::asString() const {
+    reportIfOtherKind(*this, JsonKind::String);
+    return stringValue;
+}
+
+const std::vector<JsonValue>& JsonValue::asArray() const {
+    reportIfOtherKind(*this, JsonKind::Array);
+    return arrayValue;
+}
+
+const JsonMembers& JsonValue::asObject() const {
+    reportIfOtherKind(*this, JsonKind::Object);
+    return objectValue;
+}
+
+bool readPair(const JsonValue& value, double& x, double& y) {
+    double number = 0.0;
+    if (readNumber(value, number)) {
+        x = number;
+        y = number;
+        return true;
+    }
+    if (value.kind != JsonKind::Array || value.arrayValue.size() != 2 || !readNumber(value.arrayValue[0], x)) {
+        return false;
+    }
+    readNumber(value.arrayValue[1], y);
+    return true;
+}
+
+} // namespace dunkman

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dunkman {
+
+// The numbers are part of the data model: the property code and the writer switch on them.
+enum class JsonKind : std::uint32_t { Bool = 0, Integer = 1, Float = 2, String = 3, Array = 4, Object = 5, Null = 6 };
+
+struct JsonMember;
+struct JsonValue;
+
+// The members of an object: exact-byte keys, each at most once, walked in the order of their first insertion, so
+// the order is the same on every platform. References to a member's value stay valid until the container itself
+// is cleared, assigned or destroyed, also while other members are inserted.
+class JsonMembers {
+public:
+    class Iterator;
+
+    JsonMembers();
+    JsonMembers(const JsonMembers& other); // deep copy
+    JsonMembers(JsonMembers&& other) noexcept;
+    JsonMembers& operator=(const JsonMembers& other);
+    JsonMembers& operator=(JsonMembers&& other) noexcept;
+    ~JsonMembers();
+
+    // The member's value, or null when there is no such member.
+    const JsonValue* find(std::string_view key) const;
+    JsonValue* find(std::string_view key);
+    bool contains(std::string_view key) const;
+
+    // The member's value; a missing member is inserted first, as Null.
+    JsonValue& operator[](std::string_view key);
+
+    void clear();
+    std::size_t size() const { return table ? table->entries.size() : 0; }
+    bool empty() const { return size() == 0; }
+    Iterator begin() const;
+    Iterator end() const;
+
+private:
+    // Kept behind a pointer because most values are no objects, and every value carries every field.
+    struct Table {
+        std::vector<std::unique_ptr<JsonMember>> entries;
+        std::vector<std::uint32_t> slots; // open addressing over entry number + 1; empty while members are few
+    };
+
+    JsonMember* findMember(std::string_view key) const;
+    void growIndex();
+
+    std::unique_ptr<Table> table; // null while there are no members
+};
+
+// One value of a data file. A plain record, not a union: all fields are there always and `kind` says which one
+// counts. The other fields stay as they are when the kind changes, which shows when a file repeats a key.
+// Copies are deep. Copying and destroying recurse, so whoever builds values must keep their nesting bounded: the
+// reader stops at `maxJsonNesting` levels of arrays and objects.
+struct JsonValue {
+    JsonKind kind = JsonKind::Null;
+    bool boolValue = false;
+    std::int64_t intValue = 0;
+    double floatValue = 0.0;
+    std::string stringValue; // bytes as read, UTF-8 by convention
+    std::vector<JsonValue> arrayValue;
+    JsonMembers objectValue;
+
+    static JsonValue makeBool(bool value);
+    static JsonValue makeInteger(std::int64_t value);
+    static JsonValue makeFloat(double value);
+    static JsonValue makeString(std::string value);
+    static JsonValue makeArray(std::vector<JsonValue> elements = {});
+    static JsonValue makeObject();
+    static JsonValue makePair(double x, double y); // an Array of two Floats
+
+    // The shared read-only Null that stands for every absent member.
+    static const JsonValue& null();
+
+    bool isNumber() const { return kind == JsonKind::Integer || kind == JsonKind::Float; }
+
+    // Members. These look at `objectValue` whatever the kind is; a value that never was an Object has none.
+    const JsonValue* find(std::string_view key) const;         // null when absent
+    const JsonValue& get(std::string_view key) const;          // the shared Null when absent
+    const JsonMembers* findObject(std::string_view key) const; // null unless the member is there and an Object
+    bool contains(std::string_view key) const;
+
+    // The member, inserted as Null when absent. Does not change `kind`: start from makeObject().
+    JsonValue& member(std::string_view key);
+
+    // Appends a Null element and returns it; the reference holds until the next append. Does not change `kind`.
+    JsonValue& append();
+
+    // Typed reads: another kind is reported to `jsonKindMismatchHandler`, then the field is read all the same.
+    bool asBool() const;
+    std::int64_t asInteger() const;
+    double asFloat() const;
+    const std::string& asString() const;
+    const std::vector<JsonValue>& asArray() const;
+    const JsonMembers& asObject() const;
+};
+
+struct JsonMember {
+    std::string key;
+    JsonValue value;
+};
+
+class JsonMembers::Iterator {
+public:
+    explicit Iterator(const std::unique_ptr<JsonMember>* position) : entry(position) {}
+    const JsonMember& operator*() const { return **entry; }
+    const JsonMember* operator->() const { return entry->get(); }
+    Iterator& operator++() {
+        ++entry;
+        return *this;
+    }
+    bool operator==(const Iterator& other) const = default;
+
+private:
+    const std::unique_ptr<JsonMember>* entry;
+};
+
+inline JsonMembers::Iterator JsonMembers::begin() const { return Iterator(table ? table->entries.data() : nullptr); }
+
+inline JsonMembers::Iterator JsonMembers::end() const {
+    return Iterator(table ? table->entries.data() + table->entries.size() : nullptr);
+}
+
+// The deepest nesting of arrays and objects that the reader builds. It bounds the stack that reading, copying,
+// writing and destroying a value can need.
+inline constexpr int maxJsonNesting = 1000;
+
+// Called by the typed reads with the value and the kind that was wanted. Null unless a program or test sets it.
+using JsonKindMismatchHandler = void (*)(const JsonValue& value, JsonKind wanted);
+extern JsonKindMismatchHandler jsonKindMismatchHandler;
+void resetJsonKindMismatchHandler();
+
+// Reads a number or a pair of numbers into x and y, Integers as doubles:
+// - a Float or an Integer sets both;
+// - an Array of exactly two elements sets x from the first and y from the second, each only when it is a number,
+//   and y only after x could be set: [1, "a"] sets x alone, ["a", 1] nothing;
+// - anything else leaves both as they are.
+// Answers whether x was set.
+bool readPair(const JsonValue& value, double& x, double& y);
+
+} // namespace dunkman
