@@ -1,0 +1,63 @@
+#include "app/frame.h"
+
+#include <utility>
+
+#include "app/platform.h"
+#include "app/recording.h"
+#include "app/state/frame_state.h"
+#include "app/state/key_states.h"
+#include "audio/output.h"
+#include "render/gl.h"
+#include "screens/screen.h"
+
+namespace dunkman {
+
+FrameObserver* frameObserver = nullptr;
+
+namespace {
+
+void pollKeys(KeyChanges* recorder) {
+    for (const std::int32_t key : polledKeys) {
+        sampleKey(key, platform::isKeyDown(key), recorder);
+    }
+}
+
+void applyInput(bool inGame) {
+    if (inGame && inputMode == InputMode::Replay) {
+        replayStep();
+    } else if (inGame && inputMode == InputMode::Record) {
+        KeyChanges changes;
+        pollKeys(&changes);
+        recordStep(std::move(changes));
+    } else {
+        pollKeys(nullptr);
+    }
+}
+
+} // namespace
+
+void runFrame() {
+    const bool inGame = currentScreen == screenTable[ScreenId::Game];
+    applyInput(inGame);
+    gl::Clear(gl::COLOR_BUFFER_BIT | gl::DEPTH_BUFFER_BIT);
+
+    GameScreenBase* screen = currentScreen;
+    if (frameObserver != nullptr) {
+        frameObserver->inputApplied();
+    }
+    screen->update();
+    if (currentScreen == nullptr) {
+        if (inputMode == InputMode::Record) {
+            saveRecording();
+        }
+        platform::exitProcess(0);
+    }
+    if (frameObserver != nullptr) {
+        frameObserver->updated();
+    }
+    screen->render();
+    ageKeyStates();
+    feedAudio();
+}
+
+} // namespace dunkman

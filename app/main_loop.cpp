@@ -1,0 +1,95 @@
+#include "app/main_loop.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "app/frame.h"
+#include "app/platform.h"
+#include "app/state/frame_state.h"
+#include "app/state/key_states.h"
+#include "render/gl.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr double fixedStep = 1.0 / 60.0;       // seconds
+constexpr double maxStepsPerIteration = 3.0;   // Replay slows down rather than spiral
+constexpr double nanosecondsPerSecond = 1.0e9;
+
+std::int64_t startSample = 0;    // nanoseconds
+double previousTime = 0.0;       // seconds since the start sample
+double carriedRemainder = 0.0;   // seconds that Replay has not yet simulated
+
+void followClientSize() {
+    const platform::ClientSize size = platform::clientSize();
+    if (size.width != clientWidth || size.height != clientHeight) {
+        clientWidth = size.width;
+        clientHeight = size.height;
+        aspectRatio = static_cast<double>(clientWidth) / static_cast<double>(clientHeight);
+        gl::Viewport(0, 0, static_cast<gl::Sizei>(clientWidth), static_cast<gl::Sizei>(clientHeight));
+    }
+}
+
+std::int64_t stepsDue(double seconds) {
+    return static_cast<std::int64_t>(std::min(std::floor(seconds / frameDelta), maxStepsPerIteration));
+}
+
+void runReplaySteps(double now) {
+    frameDelta = fixedStep;
+    const double due = now - previousTime + carriedRemainder;
+    for (std::int64_t done = 0; done < stepsDue(due); ++done) {
+        runFrame();
+    }
+    // Not the time left over by the steps that ran: what is due beyond three steps is dropped on purpose.
+    carriedRemainder = std::fmod(due, frameDelta);
+    previousTime = now;
+}
+
+void runDueSteps(double now) {
+    switch (inputMode) {
+    case InputMode::Record:
+        frameDelta = fixedStep;
+        runFrame();
+        break;
+    case InputMode::Replay:
+        runReplaySteps(now);
+        break;
+    case InputMode::Live:
+    default:
+        frameDelta = now - previousTime;
+        runFrame();
+        previousTime = now;
+        break;
+    }
+}
+
+} // namespace
+
+void startLoop() {
+    startSample = platform::clockNanoseconds();
+    previousTime = 0.0;
+    carriedRemainder = 0.0;
+}
+
+LoopEnd runIteration() {
+    if (platform::isKeyDown(keys::escape)) {
+        return LoopEnd::Escape;
+    }
+    platform::drainMessages();
+    followClientSize();
+    const double now = static_cast<double>(platform::clockNanoseconds() - startSample) / nanosecondsPerSecond;
+    elapsedTime = now;
+    runDueSteps(now);
+    platform::swapBuffers();
+    return platform::isWindowVisible() ? LoopEnd::GoOn : LoopEnd::Hidden;
+}
+
+void resetMainLoop() {
+    startSample = 0;
+    previousTime = 0.0;
+    carriedRemainder = 0.0;
+}
+
+} // namespace dunkman

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/state/frame_state.h"
+#include "screens/screen.h"
+
+namespace dunkman {
+
+// Everything before the loop, in its fixed order, from the recording to the start sample of the clock. `mode` is the
+// program's compiled-in input mode, `firstScreen` the screen that is entered.
+void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
+
+// What follows the loop: GPU resources, then audio. Not run when a screen ends the program.
+void shutDown();
+
+// The whole program: start-up, the loop until Escape or a hidden window, shut-down.
+void runProgram(InputMode mode);
+
+} // namespace dunkman

@@ -1,0 +1,111 @@
+#include "screens/game_screen.h"
+
+#include "app/state/exact_math.h"
+#include "app/state/fatal.h"
+#include "app/state/frame_state.h"
+#include "assets/scene_loader.h"
+#include "render/gl.h"
+#include "render/image_table.h"
+#include "world/camera.h"
+#include "world/player.h"
+#include "world/world.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr double interfaceWidth = 18.0; // units
+constexpr double cameraDistance = 10.0; // units
+constexpr float nearPlane = 0.1f;
+constexpr float farPlane = 1000.0f;
+
+// Health display, in interface units.
+constexpr double heartHeight = 0.5;
+constexpr double heartGap = 0.2;
+constexpr double heartMarginLeft = 0.4;
+
+constexpr Matrix4 identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+
+const Player& hero() {
+    const Player* player = world.first<Player>();
+    if (player == nullptr) {
+        fatal("The scene has no hero. Add an entry whose recipe makes a Player to scene.json5.");
+    }
+    return *player;
+}
+
+void drawHearts(std::int32_t health) {
+    Drawable heart;
+    heart.texture = imageByKey("pineappleHeart");
+    heart.size = {heartHeight * aspectOf(heart.texture), heartHeight};
+    heart.position.x = -9.0 + heartMarginLeft + heart.size.x / 2.0;
+    heart.position.y = 9.0 / aspectRatio - 0.25 - 0.2;
+    for (std::int32_t i = 0; i < health; ++i) {
+        heart.drawScaled({1.0, 1.0}, exactSin(elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
+        heart.position.x += heart.size.x + heartGap;
+    }
+}
+
+} // namespace
+
+Matrix4 worldViewProjection(double lookX, double lookY) {
+    const double fieldOfView = exactAtan((interfaceWidth / aspectRatio) / cameraDistance);
+    const float halfHeight = nearPlane * exactTan(static_cast<float>(0.5 * fieldOfView));
+    const float halfWidth = halfHeight * static_cast<float>(aspectRatio);
+    const float scaleX = nearPlane / halfWidth;
+    const float scaleY = nearPlane / halfHeight;
+    const float depthScale = -(farPlane + nearPlane) / (farPlane - nearPlane);
+    const float depthOffset = -(2.0f * farPlane * nearPlane) / (farPlane - nearPlane);
+    // The view moves the world by (-x, -y, -10).
+    const auto distance = static_cast<float>(cameraDistance);
+    return {scaleX, 0, 0, 0,
+            0, scaleY, 0, 0,
+            0, 0, depthScale, -1,
+            scaleX * -static_cast<float>(lookX), scaleY * -static_cast<float>(lookY),
+            depthScale * -distance + depthOffset, distance};
+}
+
+Matrix4 healthViewProjection() {
+    const auto scaleX = static_cast<float>(1.0 / 9.0);
+    const auto scaleY = static_cast<float>(1.0 / ((interfaceWidth / aspectRatio) * 0.5));
+    return {scaleX, 0, 0, 0, 0, scaleY, 0, 0, 0, 0, -0.01f, 0, 0, 0, -0.0f, 1};
+}
+
+GameScreen::GameScreen() {
+    backdrop.texture = imageByKey("sunset");
+    backdrop.position = {0.0, 0.3};
+    backdrop.size = {2.0, 2.0};
+    loadScene();
+}
+
+void GameScreen::enter() {
+    world.clear();
+    loadScene();
+}
+
+void GameScreen::update() {
+    world.updateAll();
+    world.lateUpdateAll();
+    world.applyPending();
+    if (hero().health < 0) {
+        switchTo(ScreenId::GameOver);
+    }
+}
+
+void GameScreen::render() {
+    setViewProjection(identity);
+    gl::DepthMask(gl::FALSE_);
+    backdrop.draw();
+    gl::DepthMask(gl::TRUE_);
+
+    if (const Camera* camera = world.first<Camera>()) {
+        setViewProjection(worldViewProjection(camera->position.x + camera->offset.x,
+                                              camera->position.y + camera->offset.y));
+    }
+    world.drawAll();
+
+    setViewProjection(healthViewProjection());
+    drawHearts(hero().health);
+}
+
+} // namespace dunkman
