@@ -24,6 +24,9 @@ double carriedRemainder = 0.0;   // seconds that Replay has not yet simulated
 
 void followClientSize() {
     const platform::ClientSize size = platform::clientSize();
+    if (size.width == 0 || size.height == 0) {
+        return; // minimised: 0 / 0 as aspect ratio would reach the arenas through the view rectangle
+    }
     if (size.width != clientWidth || size.height != clientHeight) {
         clientWidth = size.width;
         clientHeight = size.height;

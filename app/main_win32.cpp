@@ -1,0 +1,23 @@
+#include <windows.h>
+
+#include <exception>
+
+#include "app/platform.h"
+#include "app/platform_win32.h"
+#include "app/program.h"
+
+// The build compiles this file once for each variant of the program, with its input mode.
+#ifndef DUNKMAN_INPUT_MODE
+#define DUNKMAN_INPUT_MODE Replay
+#endif
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    try {
+        dunkman::runProgram(dunkman::InputMode::DUNKMAN_INPUT_MODE);
+    } catch (const std::exception& error) {
+        dunkman::platform::showFatalMessage(error.what());
+        // Not by returning: the audio thread still reads objects that static destruction would take away.
+        dunkman::platform::exitProcess(1);
+    }
+    return 0;
+}

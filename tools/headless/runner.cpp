@@ -1,0 +1,72 @@
+#include "tools/headless/runner.h"
+
+#include <string_view>
+
+#include "app/main_loop.h"
+#include "app/program.h"
+#include "app/recording.h"
+#include "app/state/key_states.h"
+#include "assets/catalog.h"
+#include "audio/output.h"
+#include "render/image_table.h"
+#include "render/renderer.h"
+#include "tools/headless/trace.h"
+#include "tools/simulated/gl_sim.h"
+#include "tools/simulated/platform_sim.h"
+#include "world/world.h"
+
+namespace dunkman::headless {
+
+namespace {
+
+using simulated::machine;
+
+// Answers the reason for the end of the loop; counts the iterations that began.
+std::string_view runLoop(const Options& options, KeyScript& keyScript, std::int64_t& iterations) {
+    while (iterations < options.iterations) {
+        ++iterations;
+        machine.clockNanoseconds = iterations * options.stepNanoseconds;
+        keyScript.applyUntil(iterations, machine.keysDown);
+        switch (runIteration()) {
+        case LoopEnd::Escape: return "escape";
+        case LoopEnd::Hidden: return "hidden";
+        case LoopEnd::GoOn: break;
+        }
+    }
+    return "iterations";
+}
+
+} // namespace
+
+void run(const Options& options, KeyScript keyScript, std::FILE* output) {
+    resetProgram();
+    machine.clientSize = options.size;
+
+    startUp(options.mode, options.screen);
+    Trace trace(options, output);
+    std::int64_t iterations = 0;
+    try {
+        const std::string_view reason = runLoop(options, keyScript, iterations);
+        shutDown();
+        trace.end(iterations, reason);
+    } catch (const simulated::ProgramExit&) {
+        trace.end(iterations, "quit");
+    }
+}
+
+void resetProgram() {
+    destroyScreens();
+    resetWorld();
+    resetAudio();
+    resetAssetCatalog();
+    resetRenderer();
+    resetImageTable();
+    resetRecording();
+    clearKeyStates();
+    resetMainLoop();
+    resetFrameState();
+    simulated::resetGl();
+    simulated::resetMachine();
+}
+
+} // namespace dunkman::headless

@@ -1,0 +1,111 @@
+#include "tools/headless/trace.h"
+
+#include "app/state/frame_state.h"
+#include "app/state/key_states.h"
+#include "json5/canonical.h"
+#include "screens/screen.h"
+#include "tools/simulated/gl_sim.h"
+#include "world/trace.h"
+
+namespace dunkman::headless {
+
+namespace {
+
+constexpr std::size_t flushSize = 1 << 20; // bytes
+
+std::string_view modeName(InputMode mode) {
+    switch (mode) {
+    case InputMode::Record: return "Record";
+    case InputMode::Replay: return "Replay";
+    case InputMode::Live:
+    default: return "Live";
+    }
+}
+
+void appendKeyCode(std::string& out, std::int32_t virtualKey) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto code = static_cast<std::uint32_t>(virtualKey);
+    out += "0x";
+    // Two digits for every real key; a recording may name any number.
+    bool leading = true;
+    for (int shift = 28; shift >= 0; shift -= 4) {
+        const std::uint32_t digit = (code >> static_cast<unsigned>(shift)) & 0xFu;
+        leading = leading && digit == 0 && shift > 4;
+        if (!leading) {
+            out += digits[digit];
+        }
+    }
+}
+
+} // namespace
+
+Trace::Trace(const Options& traceOptions, std::FILE* traceOutput) : options(traceOptions), output(traceOutput) {
+    if (options.traceDraws) {
+        simulated::setDrawTrace([this](std::string_view line) {
+            text += line;
+            text += '\n';
+        });
+    }
+    frameObserver = this;
+}
+
+Trace::~Trace() {
+    simulated::setDrawTrace({});
+    frameObserver = nullptr;
+    flush();
+}
+
+void Trace::inputApplied() {
+    text += "step " + std::to_string(steps) + " time=";
+    appendHexFloat(text, elapsedTime);
+    text += " dt=";
+    appendHexFloat(text, frameDelta);
+    text += " screen=";
+    text += screenName(currentScreen);
+    text += " mode=";
+    text += modeName(inputMode);
+    text += '\n';
+    ++steps;
+    gameStepRuns = currentScreen == screenTable[ScreenId::Game];
+    if (options.traceKeys) {
+        appendKeys();
+    }
+    flushIfLarge();
+}
+
+void Trace::appendKeys() {
+    for (const auto& [key, state] : allKeyStates()) {
+        if (state != KeyState::Up) {
+            text += "key ";
+            appendKeyCode(text, key);
+            text += ' ' + std::to_string(static_cast<std::int32_t>(state)) + '\n';
+        }
+    }
+}
+
+void Trace::updated() {
+    if (options.traceWorld && gameStepRuns) {
+        appendWorldTrace(text);
+    }
+}
+
+void Trace::end(std::int64_t iterations, std::string_view reason) {
+    text += "end iterations=" + std::to_string(iterations) + " steps=" + std::to_string(steps) + " reason=";
+    text += reason;
+    text += '\n';
+    flush();
+}
+
+void Trace::flushIfLarge() {
+    if (text.size() >= flushSize) {
+        flush();
+    }
+}
+
+void Trace::flush() {
+    std::fwrite(text.data(), 1, text.size(), output);
+    std::fflush(output);
+    text.clear();
+}
+
+} // namespace dunkman::headless
