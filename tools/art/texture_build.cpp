@@ -1,0 +1,15 @@
+#include "tools/art/texture_build.h"
+
+#include "tools/art/dxt1_picture.h"
+
+namespace dunkman {
+
+DdsTexture buildTexture(const Picture& picture, Tiling tiling) {
+    DdsTexture texture{picture.width, picture.height, {}};
+    for (const Picture& level : makeMipChain(picture, tiling)) {
+        texture.levels.push_back(encodePicture(level));
+    }
+    return texture;
+}
+
+} // namespace dunkman

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tools/art/dds_file.h"
+#include "tools/art/mip_chain.h"
+
+namespace dunkman {
+
+/// The whole way from a picture to a texture: hard cut, levels, DXT1.
+DdsTexture buildTexture(const Picture& picture, Tiling tiling);
+
+} // namespace dunkman
