@@ -21,11 +21,11 @@ function(dunkman_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags gmock_main)
-    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    add_test(NAME ${DUNKMAN_TEST_PREFIX}${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 300)
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+    set_tests_properties(${DUNKMAN_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
 # dunkman_benchmark(NAME SOURCES ... [LINKS ...]): a Google Benchmark program; never part of the tests.

@@ -1,0 +1,65 @@
+# Sourced by commands that run Windows programs: a Wine prefix of the project's own, and where the machine has none, a
+# virtual display and a null sound device. Everything started here is ended by end_desktop, and nothing else.
+
+desktop_processes=()
+desktop_folder=
+
+# start_wine PREFIX: makes the prefix when it is new. Must come after start_display.
+start_wine() {
+    export WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+    # No Mono, no Gecko, no menu entries: nothing may ask or fetch.
+    export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+        say "making a Wine prefix in ${WINEPREFIX#"$PWD"/}"
+        mkdir -p "$WINEPREFIX"
+        wine wineboot --init >/dev/null 2>&1 </dev/null
+        wineserver -w
+    fi
+}
+
+# start_display: a virtual display of 1920 by 1080.
+start_display() {
+    local number_file=$desktop_folder/display
+    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp +extension GLX 3>"$number_file" >/dev/null 2>&1 &
+    desktop_processes+=($!)
+    local tries
+    for ((tries = 0; tries < 100; tries++)); do
+        [ -s "$number_file" ] && break
+        sleep 0.1
+    done
+    [ -s "$number_file" ] || { say "the virtual display did not start"; exit 1; }
+    export DISPLAY=:$(tr -d '\n' <"$number_file")
+    # Software rendering, whatever the machine has: the display is not on any graphics card.
+    export LIBGL_ALWAYS_SOFTWARE=1
+}
+
+# start_sound: a PulseAudio server of our own with a null sink as the default device.
+start_sound() {
+    local runtime=$desktop_folder/pulse
+    mkdir -p "$runtime"
+    env -u PULSE_SERVER XDG_RUNTIME_DIR="$runtime" PULSE_RUNTIME_PATH="$runtime" HOME="$runtime" \
+        pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --disallow-exit --log-level=error \
+        -L "module-native-protocol-unix auth-anonymous=1 socket=$runtime/socket" \
+        -L "module-null-sink sink_name=null rate=48000 channels=2" >/dev/null 2>&1 &
+    desktop_processes+=($!)
+    export PULSE_SERVER=unix:$runtime/socket
+    local tries
+    for ((tries = 0; tries < 50; tries++)); do
+        pactl info >/dev/null 2>&1 && return
+        sleep 0.1
+    done
+    say "the sound server did not start; going on without sound"
+}
+
+begin_desktop() { desktop_folder=$(mktemp -d); }
+
+end_desktop() {
+    [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1
+    local process
+    for process in "${desktop_processes[@]}"; do
+        kill "$process" 2>/dev/null
+    done
+    desktop_processes=()
+    [ -n "$desktop_folder" ] && rm -rf "$desktop_folder"
+    desktop_folder=
+}
