@@ -15,8 +15,9 @@ namespace {
 constexpr double quarterOfPi = 0.78539816339744828;
 constexpr double twoByPi = 0.63661977236758138;
 
-// How many words of 2 / pi take part, from the first one that can change the last two bits of the quarter turns.
-// What is left out is below 2^-232 quarter turns; no double but 0 comes nearer than 2^-66 to a multiple of pi / 2.
+// How many words of 2 / pi take part, from the first one that can change the last two bits of the quarter
+// turns. What is left out is below 2^-232 quarter turns; no double but 0 comes nearer than 2^-66 to a
+// multiple of pi / 2.
 constexpr std::size_t wordsTaken = 10;
 
 // A whole number of 32-bit words, lowest first: a mantissa of 53 bits times wordsTaken words.
@@ -113,11 +114,11 @@ TurnedAngle<DoubleDouble> reduceAngle(double radians) {
         }
     }
     const TurnedAngle<TripleDouble> accurate = reduceAngleAccurately(radians);
-    return {accurate.quarterTurns, accurate.rest.rounded()};
+    return {accurate.quarterTurns, accurate.rest.upperPart()};
 }
 
-// value - upper.high is exact, and both of the two sums. The four parts of the low word are below 2^-51 in all and
-// take three operations; what the unit itself leaves out is below 2^-128.
+// value - upper.high is exact, and both of the two sums. The four parts of the low word are below 2^-51 in
+// all and take three operations; what the unit itself leaves out is below 2^-128.
 DoubleDouble subtractMultiple(double value, double count, TripleDouble unit) {
     const DoubleDouble upper = twoProduct(count, unit.high);
     const DoubleDouble middle = twoProduct(count, unit.middle);

@@ -18,12 +18,12 @@ TurnedAngle<DoubleDouble> reduceAngle(double radians);
 // For every finite argument that is 0 or at least 2^-30. rest is off by less than 2^-148 of itself.
 TurnedAngle<TripleDouble> reduceAngleAccurately(double radians);
 
-// value - count * unit for a whole count below 2^31 that leaves at most 0.8 and brings value - count * unit.high
-// into the reach of one double; off by less than 2^-102 (not of the result: as it stands), given a unit below 2.
+// value - count * unit for a whole count below 2^31 that leaves at most 0.8 and brings value - count *
+// unit.high into the reach of one double; off by less than 2^-102 (not of the result: as it stands), given a
+// unit below 2.
 DoubleDouble subtractMultiple(double value, double count, TripleDouble unit);
 
-// The same, off by less than 2^-126 for |count| below 2^31, and less than 2^-147 for a unit and a count below
-// 2^-6 and 2^17.
+// The same, off by less than 2^-147 for units below 2^-6 and counts below 2^17.
 TripleDouble subtractMultipleAccurately(double value, double count, TripleDouble unit);
 
 } // namespace dunkman

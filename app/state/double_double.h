@@ -1,10 +1,12 @@
 #pragma once
 
-// Error-free arithmetic on doubles: a sum or product together with its own rounding error. All of it holds for IEEE
-// doubles rounded to nearest, without contraction, as long as nothing overflows or comes near the subnormals.
+// Error-free arithmetic on doubles: a sum or product together with its own rounding error. All of it holds
+// for IEEE doubles rounded to nearest, without contraction, as long as nothing overflows or comes near the
+// subnormals.
 namespace dunkman {
 
-// The unevaluated sum of two doubles, the second at most half a unit in the last place of the first: 106 bits.
+// The unevaluated sum of two doubles, the second at most half a unit in the last place of the first: 106
+// bits.
 struct DoubleDouble {
     double high = 0.0;
     double low = 0.0;
@@ -56,7 +58,8 @@ constexpr DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
     return fastTwoSum(sum.high, sum.low + (a.low + b.low));
 }
 
-// Off by less than 2^-100 of the quotient: the remainder of the first quotient is exact to the bits that matter.
+// Off by less than 2^-100 of the quotient: the remainder of the first quotient is exact to the bits that
+// matter.
 constexpr DoubleDouble operator/(DoubleDouble a, DoubleDouble b) {
     const double quotient = a.high / b.high;
     const DoubleDouble product = twoProduct(quotient, b.high);

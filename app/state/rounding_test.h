@@ -7,11 +7,12 @@
 // The step between the two phases of an exact function (Ziv): most results need only the first.
 namespace dunkman {
 
-// The double nearest to the true value, if that is known to lie within relativeError of the approximation and the
-// nearest double is the same all over that range. The caller's bound leaves room for this function's own rounding,
-// which is below 2^-104.
+// The double nearest to the true value, if that is known to lie within relativeError of the approximation and
+// the nearest double is the same all over that range. The caller's bound leaves room for this function's own
+// rounding, which is below 2^-104.
 inline std::optional<double> roundIfCertain(DoubleDouble approximation, double relativeError) {
-    const double margin = relativeError * (approximation.high < 0.0 ? -approximation.high : approximation.high);
+    const double margin =
+        relativeError * (approximation.high < 0.0 ? -approximation.high : approximation.high);
     const double least = approximation.high + (approximation.low - margin);
     const double most = approximation.high + (approximation.low + margin);
     if (least == most) {

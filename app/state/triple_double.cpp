@@ -16,8 +16,8 @@ TripleDouble normalised(double high, double middle, double low) {
     return {head.high, rest.high, rest.low};
 }
 
-// high + rest cut to a double in such a way that rounding it again, at least two bits shorter, gives what rounding
-// the sum at once would: an inexact result always has an odd last bit, so it never looks like a tie.
+// high + rest cut to a double in such a way that rounding it again, at least two bits shorter, gives what
+// rounding the sum at once would: an inexact result always has an odd last bit, so it never looks like a tie.
 double roundToOdd(double high, double rest) {
     const std::uint64_t bits = std::bit_cast<std::uint64_t>(high);
     if (rest == 0.0 || (bits & 1u) != 0) {
@@ -29,7 +29,8 @@ double roundToOdd(double high, double rest) {
 
 } // namespace
 
-// The two upper sums are exact. The lower one adds four parts of at most 2 u^2 (|a| + |b|) in three operations.
+// The two upper sums are exact. The lower one adds four parts of at most 2 u^2 (|a| + |b|) in three
+// operations.
 TripleDouble operator+(TripleDouble a, TripleDouble b) {
     const DoubleDouble high = twoSum(a.high, b.high);
     const DoubleDouble middle = twoSum(a.middle, b.middle);
@@ -39,8 +40,8 @@ TripleDouble operator+(TripleDouble a, TripleDouble b) {
 
 TripleDouble operator-(TripleDouble a, TripleDouble b) { return a + -b; }
 
-// Products of weight 1 and u are exact. Those of weight u^2, 9 u^2 in all, are added in six operations and come
-// from three rounded products; those of weight u^3 are left out: less than 64 u^3 together.
+// Products of weight 1 and u are exact. Those of weight u^2, 9 u^2 in all, are added in six operations and
+// come from three rounded products; those of weight u^3 are left out: less than 64 u^3 together.
 TripleDouble operator*(TripleDouble a, TripleDouble b) {
     const DoubleDouble highest = twoProduct(a.high, b.high);
     const DoubleDouble upper = twoProduct(a.high, b.middle);

@@ -2,7 +2,8 @@
 
 #include "app/state/double_double.h"
 
-// Arithmetic on about 159 bits, for the few results that 106 bits cannot settle. Written to be plain, not fast.
+// Arithmetic on about 159 bits, for the few results that 106 bits cannot settle. Written to be plain, not
+// fast.
 namespace dunkman {
 
 // The unevaluated sum of three doubles, each at most about half a unit in the last place of the one before.
@@ -11,7 +12,8 @@ struct TripleDouble {
     double middle = 0.0;
     double low = 0.0;
 
-    constexpr DoubleDouble rounded() const { return fastTwoSum(high, middle + low); }
+    // The first two parts; what is missing is below 2^-105 of the whole.
+    constexpr DoubleDouble upperPart() const { return {high, middle}; }
 };
 
 constexpr TripleDouble toTriple(DoubleDouble a) { return {a.high, a.low, 0.0}; }
