@@ -1,0 +1,56 @@
+#include "assets/catalog.h"
+
+#include "json5/reader.h"
+#include "render/image_table.h"
+
+#include <string_view>
+
+namespace dunkman {
+
+namespace {
+
+constexpr std::string_view glyphFolder = "AssetsCompressed/Font/";
+
+} // namespace
+
+AssetCatalog assetCatalog;
+
+void AssetCatalog::loadAll() {
+    const JsonValue images = parseFile("images_compressed.json5");
+    for (const JsonMember& image : images.asObject()) {
+        const Texture2D texture(image.value.asString());
+        if (imageTable.insert_or_assign(image.key, texture).second) {
+            imageKeys.push_back(image.key);
+        }
+    }
+
+    const JsonValue recipeFile = parseFile("recipes.json5");
+    recipes = recipeFile.asObject();
+    const JsonValue prefabFile = parseFile("prefabs.json5");
+    prefabs = prefabFile.asObject();
+
+    std::string path = std::string(glyphFolder) + "A.dds";
+    for (Texture2D& glyph : glyphTable) {
+        glyph = Texture2D(path);
+        ++path[glyphFolder.size()];
+    }
+}
+
+void AssetCatalog::releaseAll() {
+    for (const std::string& key : imageKeys) {
+        imageTable.at(key).release();
+    }
+    for (Texture2D& glyph : glyphTable) {
+        glyph.release();
+    }
+    reset();
+}
+
+void AssetCatalog::reset() {
+    resetImageTable();
+    imageKeys.clear();
+    recipes.clear();
+    prefabs.clear();
+}
+
+} // namespace dunkman

@@ -1,0 +1,184 @@
+#include "world/arena.h"
+
+#include <algorithm>
+#include <string>
+
+#include "app/state/fatal.h"
+#include "app/state/frame_state.h"
+#include "assets/catalog.h"
+#include "assets/registry.h"
+#include "world/camera.h"
+#include "world/describe.h"
+#include "world/player.h"
+#include "world/properties.h"
+#include "world/random.h"
+#include "world/spawn_point.h"
+#include "world/world.h"
+#include "world/zombie.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr double huntingRadius = 100.0; // units: an arena's zombie notices the hero wherever he is
+
+bool contains(const Rect& area, Vec2 point) {
+    return area.minX <= point.x && point.x <= area.maxX && area.minY <= point.y && point.y <= area.maxY;
+}
+
+} // namespace
+
+const char* zombieRecipe(std::int32_t variant) {
+    switch (variant) {
+    case 1:
+        return "weakZombie";
+    case 2:
+        return "zombie2HpFast";
+    case 3:
+        return "zombieBanana";
+    default:
+        return "zombie";
+    }
+}
+
+void Arena::lateUpdate() {
+    if (active) {
+        fight();
+    } else {
+        startWhenPassed();
+    }
+}
+
+void Arena::startWhenPassed() {
+    const Player* hero = world.first<Player>();
+    if (hero == nullptr || !(hero->position.x > position.x)) {
+        return;
+    }
+    active = true;
+    if (enemyVariant >= firstScriptVariant) {
+        script = waveScriptFor(enemyVariant);
+        if (script == nullptr) {
+            fatal(describe(*this) + ": enemyVariant " + std::to_string(enemyVariant) +
+                  " selects no wave script; use 0 to 3 for a kind of zombie or 4 for the scripted wave.");
+        }
+        spawnsRemaining = static_cast<std::int32_t>(script->steps.size());
+    }
+    Camera* camera = world.first<Camera>();
+    if (camera == nullptr) {
+        return;
+    }
+    const Rect view = viewRectangle(*camera);
+    camera->target = this;
+    world.walk<SpawnPoint>([&](SpawnPoint& point) {
+        if (contains(view, point.position)) {
+            spawnPoints.push_back(&point);
+        }
+    });
+}
+
+void Arena::fight() {
+    std::erase_if(liveZombies, [](const Zombie* zombie) { return zombie->health < 0; });
+    if (cooling) {
+        cooldownElapsed += frameDelta;
+        if (cooldownElapsed >= zombieTimer) {
+            cooldownElapsed = 0.0;
+            cooling = false;
+        }
+    }
+    Camera* camera = world.first<Camera>();
+    if (spawnsRemaining != 0) {
+        if (cooling || static_cast<std::int64_t>(liveZombies.size()) >= maxSimultaneousZombies) {
+            return;
+        }
+        cooling = true;
+        letZombieIn(script != nullptr ? scriptedSpawn(camera) : randomSpawn(camera));
+        // A negative quota counts down for ever; at its lowest it wraps round.
+        spawnsRemaining = static_cast<std::int32_t>(static_cast<std::int64_t>(spawnsRemaining) - 1);
+        if (spawnsRemaining != 0) {
+            return;
+        }
+    }
+    if (!liveZombies.empty()) {
+        return;
+    }
+    if (camera != nullptr) {
+        camera->target = nullptr;
+    }
+    world.queueDestroy(*this);
+}
+
+Arena::Spawn Arena::scriptedSpawn(const Camera* camera) const {
+    const WaveStep& step = script->steps[script->steps.size() - static_cast<std::size_t>(spawnsRemaining)];
+    if (step.place < 0) {
+        return {edgePlace(step.place, camera), step.variant};
+    }
+    const auto number = static_cast<std::size_t>(step.place);
+    if (number >= spawnPoints.size()) {
+        fatal(describe(*this) + ": its wave script wants spawn point " + std::to_string(number) +
+              ", but only " + std::to_string(spawnPoints.size()) +
+              " were in view when the hero came; place a SpawnPoint near the arena.");
+    }
+    return {spawnPoints[number]->position, step.variant};
+}
+
+Arena::Spawn Arena::randomSpawn(const Camera* camera) const {
+    // The order of the draws is place, index, then an edge's height; the index is drawn even when the place
+    // turns out to be an edge. Recordings depend on it.
+    const auto count = static_cast<std::int64_t>(spawnPoints.size());
+    const auto choices = static_cast<std::uint64_t>(std::min<std::int64_t>(count - 1, 1) + 3);
+    const std::int64_t place = static_cast<std::int64_t>(nextRandom() % choices) - 2;
+    std::size_t index = 0;
+    if (count > 0) {
+        index = static_cast<std::size_t>(nextRandom() % static_cast<std::uint64_t>(count));
+    }
+    if (place < 0) {
+        return {edgePlace(place, camera), enemyVariant};
+    }
+    return {spawnPoints[index]->position, enemyVariant};
+}
+
+Vec2 Arena::edgePlace(std::int64_t edge, const Camera* camera) const {
+    if (camera == nullptr) {
+        fatal(describe(*this) + ": place " + std::to_string(edge) +
+              " is an edge of the view, but the scene has no Camera; add one to scene.json5.");
+    }
+    const Rect view = viewRectangle(*camera);
+    const double y = (static_cast<double>(nextRandom()) * 5.421010862427522e-20) * 3.0 - 1.5;
+    return {edge == leftViewEdge ? view.minX : view.maxX, y};
+}
+
+void Arena::letZombieIn(const Spawn& spawn) {
+    const char* name = zombieRecipe(spawn.variant);
+    const JsonValue* recipe = assetCatalog.recipes.find(name);
+    OwnedObject made = recipe != nullptr ? createFromValue(*recipe) : nullptr;
+    if (!made || made->getType() != ObjectType::Zombie) {
+        fatal(describe(*this) + ": the recipe \"" + name + "\" of enemyVariant " +
+              std::to_string(spawn.variant) +
+              (recipe == nullptr ? " is missing from recipes.json5; add it."
+                                 : " makes no Zombie; correct its _type in recipes.json5."));
+    }
+    auto* zombie = static_cast<Zombie*>(made.get());
+    zombie->position = spawn.place;
+    zombie->searchRadius = huntingRadius;
+    world.queueAdd(std::move(made));
+    liveZombies.push_back(zombie);
+}
+
+void Arena::readProperties(const JsonValue& value) {
+    Object::readProperties(value);
+    readIntegerProperty(value, "spawnsRemaining", spawnsRemaining);
+    readIntegerProperty(value, "maxSimultaneousZombies", maxSimultaneousZombies);
+    readNumberProperty(value, "zombieTimer", zombieTimer);
+    readIntegerProperty(value, "enemyVariant", enemyVariant);
+}
+
+JsonValue Arena::writeProperties() const {
+    JsonValue value = Object::writeProperties();
+    writeProperty(value, "spawnsRemaining", spawnsRemaining);
+    writeProperty(value, "maxSimultaneousZombies", maxSimultaneousZombies);
+    writeProperty(value, "zombieTimer", zombieTimer);
+    writeProperty(value, "enemyVariant", enemyVariant);
+    return value;
+}
+
+} // namespace dunkman

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "world/object.h"
+#include "world/wave_scripts.h"
+
+namespace dunkman {
+
+class Camera;
+class SpawnPoint;
+class Zombie;
+
+// A line across the beach. When the hero walks past it, it holds the camera, lets zombies in one after
+// another until its quota is spent and all of them are dead, then frees the camera and leaves the world.
+class Arena final : public Object {
+public:
+    static constexpr ObjectType type = ObjectType::Arena;
+
+    ObjectType getType() const override { return type; }
+    void lateUpdate() override;
+    void readProperties(const JsonValue& value) override;
+    JsonValue writeProperties() const override;
+
+    const WaveScript* script = nullptr; // null: places are drawn at random
+    bool active = false;
+    std::vector<SpawnPoint*> spawnPoints; // inside the view when the arena became active; not owned
+    std::int32_t spawnsRemaining = 5;     // a negative quota never runs out
+    std::int32_t maxSimultaneousZombies = 2;
+    double zombieTimer = 1.0; // seconds between two spawns
+    bool cooling = false;
+    double cooldownElapsed = 0.0; // seconds
+    std::int32_t enemyVariant = 0;
+
+    // Zombies let in by this arena and still alive; not owned. The pointers are good until the step ends: the
+    // dead are dropped in lateUpdate, which comes after all damage and before the world frees anything.
+    std::vector<Zombie*> liveZombies;
+
+private:
+    struct Spawn {
+        Vec2 place;
+        std::int32_t variant;
+    };
+
+    void startWhenPassed();
+    void fight();
+    Spawn scriptedSpawn(const Camera* camera) const;
+    Spawn randomSpawn(const Camera* camera) const;
+    Vec2 edgePlace(std::int64_t edge, const Camera* camera) const;
+    void letZombieIn(const Spawn& spawn);
+};
+
+// The recipe that a variant of zombie is made from.
+const char* zombieRecipe(std::int32_t variant);
+
+} // namespace dunkman

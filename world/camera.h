@@ -1,0 +1,24 @@
+#pragma once
+
+#include "world/object.h"
+
+namespace dunkman {
+
+// Eases after the hero, or sideways after a target while an arena holds it.
+class Camera final : public Object {
+public:
+    static constexpr ObjectType type = ObjectType::Camera;
+
+    ObjectType getType() const override { return type; }
+    void lateUpdate() override;
+    void readProperties(const JsonValue& value) override;
+    JsonValue writeProperties() const override;
+
+    Object* target = nullptr; // not owned; null: the hero
+    Vec2 offset{0.0, 2.0};    // from the position to the centre of the view
+};
+
+// What the camera sees of the plane of the game: 18 units wide, as high as the window's proportions ask for.
+Rect viewRectangle(const Camera& camera);
+
+} // namespace dunkman

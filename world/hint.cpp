@@ -1,0 +1,17 @@
+#include "world/hint.h"
+
+#include <cmath>
+
+#include "app/state/exact_math.h"
+#include "app/state/frame_state.h"
+
+namespace dunkman {
+
+void Hint::draw() {
+    const double savedY = position.y;
+    position.y += std::abs(exactSin(elapsedTime * 4.0)) * 0.1;
+    drawScaled({1.0, 1.0}, tilt);
+    position.y = savedY;
+}
+
+} // namespace dunkman

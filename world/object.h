@@ -1,0 +1,50 @@
+#pragma once
+
+#include "assets/object_type.h"
+#include "json5/value.h"
+#include "render/geometry.h"
+
+namespace dunkman {
+
+// Root of everything that lives in a game. Objects in play belong to the world; they are made and freed
+// through assets/registry.h. The family has no virtual destructor: an object is freed as the class that it
+// is.
+class Object {
+public:
+    static constexpr ObjectType type = ObjectType::Object;
+
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+
+    // The exact class.
+    virtual ObjectType getType() const { return type; }
+
+    // World units; minY is the lower edge.
+    virtual Rect getBounds() const;
+
+    // The two passes of a step. Neither may insert into or remove from the world except through its queues.
+    virtual void update() {}
+    virtual void lateUpdate() {}
+
+    // Sets the fields whose keys are present and of a fitting kind; everything else stays, so that a second
+    // value can be laid over the first.
+    virtual void readProperties(const JsonValue& value);
+
+    // A fresh object value with `_type` and every field that readProperties knows.
+    virtual JsonValue writeProperties() const;
+
+    Vec2 position;       // world units; for a Drawable where its pivot sits
+    Vec2 size{1.0, 1.0}; // world units
+
+protected:
+    ~Object() = default;
+
+private:
+    friend struct ObjectLifetime;
+    friend class World;
+
+    bool leaving = false; // marked by the world while it applies its queues, false at all other times
+};
+
+} // namespace dunkman

@@ -1,0 +1,202 @@
+#include "world/player.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/state/exact_math.h"
+#include "app/state/frame_state.h"
+#include "app/state/key_states.h"
+#include "world/camera.h"
+#include "world/numbers.h"
+#include "world/world.h"
+
+namespace dunkman {
+
+namespace {
+
+// The play area. The two margins of a held view differ on purpose.
+constexpr double leftViewMargin = 3.0;
+constexpr double rightViewMargin = 3.5;
+constexpr double beachHalfDepth = 1.5;
+constexpr double beachStart = -11.0;
+
+// In proportions of the hero's size.
+constexpr double handHeight = 0.45;
+constexpr double handReach = 0.75;
+
+constexpr double degreesToRadians = 0.017453292519944444; // with the game's pi
+
+double thrust(bool forward, bool backward) { return (forward ? 1.0 : 0.0) - (backward ? 1.0 : 0.0); }
+
+} // namespace
+
+Player::Player() {
+    health = 5;
+    autoMirror = true;
+    useImage("player");
+    armedImage = texture;
+    useImage("playerUnarmed");
+    unarmedImage = texture;
+    fitWidthToImage();
+}
+
+void Player::update() {
+    steer();
+    Walker::update();
+    stayInPlayArea();
+
+    const Vec2 reach = reachPoint();
+    const bool pickUpPressed = eitherJustPressed(keys::z, keys::enter);
+    if (heldWeapon) {
+        // Before the attack test: the timer may end in the very step of the next attack.
+        poseHeldWeapon();
+        if (eitherJustPressed(keys::x, keys::space)) {
+            attackWithHeldWeapon();
+            return;
+        }
+        if (pickUpPressed) {
+            dropHeldWeapon(reach);
+        }
+    }
+
+    Interactable* item = nearestItem(reach);
+    if (item == nullptr) {
+        return;
+    }
+    if (!pickUpPressed) {
+        item->highlighted = true;
+    } else if (item->getType() != ObjectType::Interactable) {
+        take(static_cast<Weapon&>(*item));
+    }
+}
+
+void Player::steer() {
+    const double horizontal = thrust(eitherDown(keys::d, keys::right), eitherDown(keys::a, keys::left));
+    const double vertical = thrust(eitherDown(keys::w, keys::up), eitherDown(keys::s, keys::down));
+    velocity.x += horizontal * acceleration.x * frameDelta;
+    velocity.y += vertical * acceleration.y * frameDelta;
+}
+
+void Player::stayInPlayArea() {
+    const Camera* camera = world.first<Camera>();
+    if (camera != nullptr && camera->target != nullptr) {
+        const Rect view = viewRectangle(*camera);
+        if (view.minX + leftViewMargin > position.x) {
+            position.x = view.minX + leftViewMargin;
+        } else {
+            position.x = std::min(view.maxX - rightViewMargin, position.x);
+        }
+    }
+    position.y = clamp(position.y, -beachHalfDepth, beachHalfDepth);
+    position.x = std::max(position.x, beachStart);
+}
+
+// +0.5 unmirrored, -0.5 mirrored.
+double Player::facingSide() const { return 0.5 - (mirrorX ? 1.0 : 0.0); }
+
+// The centre of the body; mirrored, half a width beyond its low-x edge.
+Vec2 Player::reachPoint() const {
+    const Rect bounds = getBounds();
+    return {bounds.minX + facingSide() * size.x, bounds.minY + 0.5 * size.y};
+}
+
+void Player::attackWithHeldWeapon() {
+    if (heldWeapon->attackTimeout.running) {
+        return;
+    }
+    heldWeapon->attackTimeout.running = true;
+    if (heldWeapon->durability >= 0) {
+        heldWeapon->durability -= 1;
+    }
+    heldWeapon->attack(position, {strikeX, strikeY}, mirrorX);
+    if (heldWeapon->durability == 0) {
+        heldWeapon.reset();
+        texture = unarmedImage;
+    }
+}
+
+void Player::dropHeldWeapon(Vec2 reach) {
+    heldWeapon->position = {reach.x - 0.0, reach.y - 0.5};
+    world.queueAdd(std::move(heldWeapon));
+    texture = unarmedImage;
+}
+
+Interactable* Player::nearestItem(Vec2 reach) const {
+    const Rect bounds = getBounds();
+    double nearest = -1.0;
+    Interactable* candidate = nullptr;
+    world.walk<Interactable>([&](Interactable& item) {
+        if (!overlap(item.getBounds(), bounds) || world.isQueuedForDetach(item)) {
+            return;
+        }
+        const double distance = std::abs(item.position.x - reach.x) + std::abs(item.position.y - reach.y);
+        if (nearest < 0.0 || distance < nearest) {
+            nearest = distance;
+            candidate = &item;
+        }
+    });
+    return candidate;
+}
+
+void Player::take(Weapon& weapon) {
+    world.queueDetach(weapon);
+    heldWeapon.reset(&weapon);
+    texture = armedImage;
+    poseHeldWeapon();
+}
+
+void Player::poseHeldWeapon() {
+    Weapon& weapon = *heldWeapon;
+    const double share = clamp(weapon.attackTimeout.elapsed / weapon.attackTimeout.duration /
+                                   weapon.timeoutAnimationPercentage,
+                               0.0, 1.0);
+    double phase = 0.0;
+    if (weapon.attackArc.x != 0.0) {
+        phase = weapon.attackArc.y != 0.0 ? share * 6.28318530718 : share * pi;
+    } else {
+        phase = share * pi + pi;
+    }
+    const double swing = exactSin(phase);
+    weapon.animationAngle = (swing > 0.0 ? weapon.attackArc.x : weapon.attackArc.y) * swing;
+    weapon.attackTimeout.advance(frameDelta);
+
+    const double side = facingSide();
+    handY = position.y + size.y * handHeight;
+    handX = position.x + side * handReach * size.x;
+    handAngle = (weapon.animationAngle - 90.0) * side;
+
+    double fromHandX = (weapon.collisionPivot.x - weapon.handPivot.x) * weapon.size.x;
+    const double fromHandY = (weapon.collisionPivot.y - weapon.handPivot.y) * weapon.size.y;
+    if (side < 0.0) {
+        fromHandX = -fromHandX;
+    }
+    const double angle = handAngle * degreesToRadians;
+    const double cosine = exactCos(angle);
+    const double sine = exactSin(angle);
+    strikeX = cosine * fromHandX - sine * fromHandY + handX;
+    strikeY = sine * fromHandX + cosine * fromHandY + handY;
+}
+
+void Player::draw() {
+    Walker::draw();
+    if (heldWeapon) {
+        drawHeldWeapon();
+    }
+}
+
+void Player::drawHeldWeapon() {
+    Weapon& weapon = *heldWeapon;
+    if (weapon.autoMirror) {
+        weapon.mirrorX = mirrorX;
+    }
+    if (weapon.texture.name == 0) {
+        return;
+    }
+    Vec2 handPivotCopy = weapon.handPivot; // the sprite drawer writes the mirrored pivot back
+    drawSprite(weapon.texture, weapon.mirrorX, weapon.mirrorY,
+               weapon.isFlat ? SpriteMode::Flat : SpriteMode::World, weapon.gamma, weapon.gain,
+               weapon.saturation, weapon.tintR, weapon.tintG, weapon.tintB, {handX, handY}, weapon.size,
+               handPivotCopy, {1.0, 1.0}, handAngle, zOffset - (position.y - handY - 0.01));
+}
+
+} // namespace dunkman

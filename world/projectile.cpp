@@ -1,0 +1,50 @@
+#include "world/projectile.h"
+
+#include "app/state/frame_state.h"
+#include "world/numbers.h"
+#include "world/world.h"
+#include "world/zombie.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr double gravity = -9.81;  // units/s^2
+constexpr double spinRate = 100.0; // degrees per second
+
+} // namespace
+
+Projectile::Projectile() {
+    friction = {0.0, 0.0};
+    acceleration = {0.0, gravity};
+}
+
+void Projectile::update() {
+    if (spinReversed) {
+        angle -= frameDelta * spinRate;
+    } else {
+        angle += frameDelta * spinRate;
+    }
+    velocity.x += acceleration.x * frameDelta;
+    velocity.y += acceleration.y * frameDelta;
+    Movable::update();
+    if (groundY > position.y) {
+        world.queueDestroy(*this);
+        return;
+    }
+    const Rect bounds = getBounds();
+    bool hit = false;
+    world.walk<Zombie>([&](Zombie& zombie) {
+        if (overlap(zombie.getBounds(), bounds)) {
+            zombie.takeDamage(damage);
+            hit = true;
+        }
+    });
+    if (hit) {
+        world.queueDestroy(*this);
+    }
+}
+
+void Projectile::draw() { drawScaled({1.0, 1.0}, angle); }
+
+} // namespace dunkman

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "world/weapon.h"
+
+namespace dunkman {
+
+// A weapon whose attack throws a projectile that looks like it. The weapon itself stays in the hand.
+class RangedWeapon : public Weapon {
+public:
+    static constexpr ObjectType type = ObjectType::RangedWeapon;
+
+    RangedWeapon();
+    ObjectType getType() const override { return type; }
+    void readProperties(const JsonValue& value) override;
+    JsonValue writeProperties() const override;
+
+    // Throws from the strike point. Needs a Player in the world, whose hand gives the projectile its depth.
+    void attack(Vec2 wielderPosition, Vec2 strikePoint, bool wielderMirrorX) override;
+
+    Vec2 initialVelocity{3.0, 6.0}; // units/s, for a wielder that is not mirrored
+};
+
+} // namespace dunkman

@@ -1,0 +1,30 @@
+#include "world/wave.h"
+
+#include <cmath>
+
+#include "app/state/exact_math.h"
+#include "app/state/frame_state.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr int copies = 100;
+constexpr double stripStart = 35.0; // units left of the position
+constexpr double swing = 0.25;      // units
+
+} // namespace
+
+void Wave::draw() {
+    const Vec2 saved = position;
+    const double phase = position.y * 1.5 + elapsedTime * 2.0;
+    position.y = position.y - std::abs(exactCos(phase)) * swing;
+    position.x = position.x + exactSin(phase) * swing - stripStart;
+    for (int copy = 0; copy < copies; ++copy) {
+        drawScaled({1.0, 1.0}, tilt);
+        position.x += size.x;
+    }
+    position = saved;
+}
+
+} // namespace dunkman
