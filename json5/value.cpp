@@ -146,6 +146,23 @@ JsonValue& JsonMembers::operator[](std::string_view key) {
 
 void JsonMembers::clear() { table.reset(); }
 
+JsonValue& JsonValue::operator=(const JsonValue& other) {
+    return *this = JsonValue(other);
+}
+
+JsonValue& JsonValue::operator=(JsonValue&& other) noexcept {
+    // Taken out first, so that a value can be replaced by one of its own elements or members.
+    JsonValue taken(std::move(other));
+    kind = taken.kind;
+    boolValue = taken.boolValue;
+    intValue = taken.intValue;
+    floatValue = taken.floatValue;
+    stringValue.swap(taken.stringValue);
+    arrayValue.swap(taken.arrayValue);
+    objectValue = std::move(taken.objectValue);
+    return *this;
+}
+
 JsonValue JsonValue::makeBool(bool value) {
     JsonValue made;
     made.kind = JsonKind::Bool;

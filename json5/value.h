@@ -61,6 +61,13 @@ private:
 // Copies are deep. Copying and destroying recurse, so whoever builds values must keep their nesting bounded: the
 // reader stops at `maxJsonNesting` levels of arrays and objects.
 struct JsonValue {
+    JsonValue() = default;
+    JsonValue(const JsonValue& other) = default;
+    JsonValue(JsonValue&& other) noexcept = default; // leaves the scalars, takes string, elements and members
+    JsonValue& operator=(const JsonValue& other);     // `other` may be a part of this value
+    JsonValue& operator=(JsonValue&& other) noexcept; // the same
+    ~JsonValue() = default;
+
     JsonKind kind = JsonKind::Null;
     bool boolValue = false;
     std::int64_t intValue = 0;

@@ -1,0 +1,368 @@
+#include "json5/reader.h"
+
+#include "json5/reader_primitives.h"
+
+#include <algorithm>
+#include <fstream>
+#include <istream>
+#include <utility>
+
+namespace dunkman {
+
+namespace {
+
+bool isWhitespace(char character) {
+    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
+std::string insteadOf(char expected, char found) {
+    return std::string("Expected '") + expected + "' instead of '" + found + "'.";
+}
+
+} // namespace
+
+Json5Reader::Json5Reader(std::string_view text, Json5Error atEnd)
+    : cursor(text.data()), end(text.data() + text.size()), endCode(atEnd), countedUpTo(text.data()) {}
+
+Json5Report Json5Reader::report() {
+    countCharacters();
+    return {code, message, position};
+}
+
+void Json5Reader::parseDocument(JsonValue& value) {
+    if (peek() == 0) {
+        value.kind = JsonKind::Null;
+        return;
+    }
+    skip();
+    parseValue(value);
+    if (failed() || endMet) {
+        return;
+    }
+    skip();
+    const char character = failed() ? '\0' : read();
+    if (!failed()) {
+        fail(Json5Error::Syntax,
+             std::string("Unexpected '") + character + "' after value. Expected end of file.");
+    } else if (code == Json5Error::EndOfInput) {
+        clearError();
+    }
+}
+
+// Primitives
+
+void Json5Reader::fail(Json5Error error, std::string text) {
+    code = error;
+    message = std::move(text);
+}
+
+void Json5Reader::clearError() { fail(Json5Error::None); }
+
+void Json5Reader::meetEnd() {
+    endMet = true;
+    fail(endCode);
+}
+
+char Json5Reader::peek() {
+    if (cursor == end) {
+        meetEnd();
+        return 0;
+    }
+    return *cursor;
+}
+
+void Json5Reader::pushBack() {
+    if (pushedBack) {
+        fail(Json5Error::SecondPushBack);
+    }
+    pushedBack = true;
+}
+
+bool Json5Reader::expect(std::string_view literal, Expect mode) {
+    for (std::size_t matched = 0; matched < literal.size(); ++matched) {
+        const char character = read();
+        if (character == literal[matched]) {
+            continue;
+        }
+        if (mode == Expect::Hard) {
+            fail(Json5Error::Syntax, insteadOf(literal[matched], character));
+        } else if (!endMet) { // a stream at its end takes nothing back
+            countCharacters();
+            cursor -= matched;
+            countedUpTo = cursor;
+        }
+        return false;
+    }
+    return true;
+}
+
+// The position follows from the characters taken, so it is counted only when somebody wants to know it.
+void Json5Reader::countCharacters() {
+    position.characters += static_cast<std::uint64_t>(cursor - countedUpTo);
+    while (countedUpTo != cursor) {
+        const char* const lineFeed = std::find(countedUpTo, cursor, '\n');
+        const bool lineEnds = lineFeed != cursor;
+        const char* const next = lineEnds ? lineFeed + 1 : cursor;
+        position.column += static_cast<std::uint64_t>(next - countedUpTo);
+        if (lineEnds) {
+            ++position.line;
+            position.previousLineLength = position.column;
+            position.column = 0;
+        }
+        countedUpTo = next;
+    }
+}
+
+// White space and comments
+
+// Takes white space up to the first other character, or up to the end of the first comment.
+void Json5Reader::skip() {
+    if (failed()) {
+        return;
+    }
+    char character = read();
+    if (failed() || takeComment(character)) {
+        return; // an end met by this first read stays recorded
+    }
+    while (isWhitespace(character)) {
+        character = read();
+        if (failed()) {
+            clearError();
+            return;
+        }
+        if (takeComment(character)) {
+            return;
+        }
+    }
+    pushBack();
+}
+
+// True when `first` began a comment, which is then consumed, or when the text ended right behind a slash.
+bool Json5Reader::takeComment(char first) {
+    if (first != '/') {
+        return false;
+    }
+    const char second = read();
+    if (failed()) {
+        return true;
+    }
+    if (second == '/') {
+        takeLineComment();
+    } else if (second == '*') {
+        takeBlockComment();
+    } else {
+        // The skip pushes the slash back as well, which is one too many: a stray slash ends in SecondPushBack.
+        pushBack();
+        return false;
+    }
+    if (failed()) {
+        clearError(); // the comment ran to the end of the input
+    }
+    return true;
+}
+
+void Json5Reader::takeLineComment() {
+    for (char character = read(); !failed() && character != '\n' && character != '\r';) {
+        character = read();
+    }
+}
+
+void Json5Reader::takeBlockComment() {
+    bool afterStar = false;
+    for (char character = read(); !failed() && !(afterStar && character == '/'); character = read()) {
+        afterStar = character == '*';
+    }
+}
+
+// Values
+
+void Json5Reader::parseValue(JsonValue& value) {
+    skip();
+    if (failed()) {
+        return;
+    }
+    const char character = read();
+    if (failed()) {
+        return;
+    }
+    switch (character) {
+    case '{':
+        parseObject(value);
+        break;
+    case '[':
+        parseArray(value);
+        break;
+    case '"':
+    case '\'':
+        value.kind = JsonKind::String;
+        parseString(character);
+        value.stringValue.clear();
+        if (!failed()) {
+            value.stringValue.swap(buffer);
+        }
+        break;
+    case 'f':
+        if (!parseKeyword("alse", JsonKind::Bool, false, value)) {
+            return;
+        }
+        break;
+    case 't':
+        if (!parseKeyword("rue", JsonKind::Bool, true, value)) {
+            return;
+        }
+        break;
+    case 'n':
+        if (!parseKeyword("ull", JsonKind::Null, false, value)) {
+            return;
+        }
+        break;
+    default:
+        parseNumber(character, value);
+        break;
+    }
+    skip();
+}
+
+// The rest of a keyword. False after an error; a mistaken keyword ends as a number without digits.
+bool Json5Reader::parseKeyword(std::string_view rest, JsonKind kind, bool flag, JsonValue& value) {
+    if (!expect(rest, Expect::Soft)) {
+        if (!failed()) {
+            fail(Json5Error::Syntax);
+        }
+        return false;
+    }
+    value.kind = kind;
+    if (kind == JsonKind::Bool) {
+        value.boolValue = flag;
+    }
+    return true;
+}
+
+bool Json5Reader::enterNesting() {
+    if (nesting == maxJsonNesting) {
+        fail(Json5Error::Syntax, "Nesting is deeper than 1000 levels.");
+        return false;
+    }
+    ++nesting;
+    return true;
+}
+
+void Json5Reader::parseObject(JsonValue& value) {
+    if (!enterNesting()) {
+        return;
+    }
+    value.kind = JsonKind::Object;
+    skip();
+    if (failed()) {
+        return;
+    }
+    char character = read();
+    while (!failed() && character != '}') {
+        pushBack();
+        parseKey();
+        if (failed()) {
+            return;
+        }
+        JsonValue& member = value.objectValue[buffer];
+        skip();
+        if (failed()) {
+            return;
+        }
+        character = read();
+        if (failed()) {
+            return;
+        }
+        if (character != ':') {
+            fail(Json5Error::Syntax, insteadOf(':', character));
+            return;
+        }
+        parseValue(member);
+        if (failed()) {
+            return;
+        }
+        character = read();
+        if (failed() || character == '}') {
+            break;
+        }
+        if (character != ',') {
+            fail(Json5Error::Syntax, insteadOf('}', character));
+            return;
+        }
+        skip();
+        if (failed()) {
+            return;
+        }
+        character = read();
+    }
+    --nesting;
+}
+
+void Json5Reader::parseArray(JsonValue& value) {
+    if (!enterNesting()) {
+        return;
+    }
+    value.kind = JsonKind::Array;
+    skip();
+    skip(); // room for a comment and the white space behind it
+    if (failed()) {
+        return;
+    }
+    char character = read();
+    while (!failed() && character != ']') {
+        pushBack();
+        parseValue(value.append());
+        if (failed()) {
+            return;
+        }
+        character = read();
+        if (failed() || character == ']') {
+            break;
+        }
+        if (character != ',') {
+            fail(Json5Error::Syntax, insteadOf(']', character));
+            return;
+        }
+        skip();
+        if (failed()) {
+            return;
+        }
+        character = read();
+    }
+    --nesting;
+}
+
+// Entry points
+
+void parseDocument(std::string_view text, Json5Report& report, JsonValue& value) {
+    Json5Reader reader(text);
+    reader.parseDocument(value);
+    report = reader.report();
+}
+
+void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value) {
+    std::string text;
+    constexpr std::size_t blockSize = 1 << 16;
+    while (stream.good()) {
+        const std::size_t size = text.size();
+        text.resize(size + blockSize);
+        stream.read(text.data() + size, static_cast<std::streamsize>(blockSize));
+        text.resize(size + static_cast<std::size_t>(stream.gcount()));
+    }
+    Json5Reader reader(text, stream.eof() ? Json5Error::EndOfInput : Json5Error::StreamFailed);
+    reader.parseDocument(value);
+    report = reader.report();
+}
+
+JsonValue parseFile(const std::string& path, Json5Report& report) {
+    std::ifstream file(path, std::ios::binary);
+    JsonValue value;
+    parseDocument(file, report, value);
+    return value;
+}
+
+JsonValue parseFile(const std::string& path) {
+    Json5Report dropped;
+    return parseFile(path, dropped);
+}
+
+} // namespace dunkman

@@ -1,0 +1,127 @@
+#include "json5/reader.h"
+
+#include "json5/decimal.h"
+#include "json5/reader_primitives.h"
+
+#include <limits>
+
+// The number rule. The 0 delivered at the end of the input is a character like any other here: it ends a number
+// that is complete and is wrong anywhere else.
+
+namespace dunkman {
+
+namespace {
+
+bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+void setFloat(JsonValue& value, double number) {
+    value.kind = JsonKind::Float;
+    value.floatValue = number;
+}
+
+} // namespace
+
+void Json5Reader::parseNumber(char first, JsonValue& value) {
+    if (first == 'N') {
+        if (expect("aN", Expect::Hard)) {
+            setFloat(value, std::numeric_limits<double>::quiet_NaN());
+        }
+        return;
+    }
+    const bool negative = first == '-';
+    const char character = negative || first == '+' ? read() : first;
+    if (character == 'I') {
+        if (expect("nfinity", Expect::Hard)) {
+            constexpr double infinity = std::numeric_limits<double>::infinity();
+            setFloat(value, negative ? -infinity : infinity);
+        }
+        return;
+    }
+    if (character == '0') {
+        const char next = peek();
+        if (next == 'x' || next == 'X') {
+            parseHexNumber(value);
+            return;
+        }
+    }
+    parseDecimalNumber(character, negative, value);
+}
+
+// Stores sixteen times the number written, whatever its sign. Under a repeated key the number goes on from the
+// Integer already there.
+void Json5Reader::parseHexNumber(JsonValue& value) {
+    read(); // the "x"
+    value.kind = JsonKind::Integer;
+    std::uint64_t number = static_cast<std::uint64_t>(value.intValue) << 4;
+    bool anyDigit = false;
+    for (int digit = hexDigitOf(read()); digit != notHexDigit; digit = hexDigitOf(read())) {
+        anyDigit = true;
+        number = (number + static_cast<std::uint64_t>(digit)) << 4;
+    }
+    pushBack();
+    value.intValue = static_cast<std::int64_t>(number);
+    if (!anyDigit) {
+        fail(Json5Error::Syntax, std::string("Unexpected '") + peek() + "', expected hexadecimal digit.");
+    }
+}
+
+void Json5Reader::parseDecimalNumber(char first, bool negative, JsonValue& value) {
+    DecimalLiteral literal;
+    literal.negative = negative;
+    if (!scanDecimal(first, literal)) {
+        fail(Json5Error::Syntax);
+        return;
+    }
+    if (literal.hasPoint || !literal.exponentDigits.empty()) {
+        setFloat(value, floatFromLiteral(literal));
+    } else {
+        value.intValue = integerFromLiteral(literal);
+        value.kind = JsonKind::Integer;
+    }
+}
+
+// The digits from `character` on, which is left at the first other character.
+std::string_view Json5Reader::takeDigits(char& character) {
+    if (!isDigit(character)) {
+        return {};
+    }
+    const char* const first = cursor - 1; // `character` is the last one taken
+    while (cursor != end && isDigit(*cursor)) {
+        ++cursor;
+    }
+    const std::string_view digits(first, static_cast<std::size_t>(cursor - first));
+    character = read();
+    return digits;
+}
+
+// Takes a literal apart and pushes back the character that ended it. False when it is none.
+bool Json5Reader::scanDecimal(char character, DecimalLiteral& literal) {
+    if (character == '0') { // a leading zero is the whole integer part
+        literal.integerDigits = std::string_view(cursor - 1, 1);
+        character = read();
+    } else {
+        literal.integerDigits = takeDigits(character);
+    }
+    if (character == '.') {
+        literal.hasPoint = true;
+        character = read();
+        literal.fractionDigits = takeDigits(character);
+    } else if (literal.integerDigits.empty()) {
+        return false;
+    }
+    if (character == 'e' || character == 'E') {
+        character = read();
+        if (character == '+' || character == '-') {
+            literal.exponentNegative = character == '-';
+            character = read();
+        }
+        literal.exponentDigits = takeDigits(character);
+        if (literal.exponentDigits.empty() || character == '.') {
+            return false;
+        }
+    }
+    pushBack();
+    return !literal.integerDigits.empty() || !literal.fractionDigits.empty();
+}
+
+} // namespace dunkman
