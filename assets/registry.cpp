@@ -35,7 +35,7 @@ struct ObjectLifetime {
         // base of other classes, which is why compilers distrust a delete expression here.
         Kind* exact = static_cast<Kind*>(object);
         exact->Kind::~Kind();
-        ::operator delete(static_cast<void*>(exact), sizeof(Kind));
+        ::operator delete(static_cast<void*>(exact));
     }
 };
 
