@@ -39,7 +39,7 @@ void applyInput(bool inGame) {
 void runFrame() {
     const bool inGame = currentScreen == screenTable[ScreenId::Game];
     applyInput(inGame);
-    gl::Clear(gl::COLOR_BUFFER_BIT | gl::DEPTH_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 
     GameScreenBase* screen = currentScreen;
     if (frameObserver != nullptr) {

@@ -31,7 +31,7 @@ void followClientSize() {
         clientWidth = size.width;
         clientHeight = size.height;
         aspectRatio = static_cast<double>(clientWidth) / static_cast<double>(clientHeight);
-        gl::Viewport(0, 0, static_cast<gl::Sizei>(clientWidth), static_cast<gl::Sizei>(clientHeight));
+        glViewport(0, 0, static_cast<GLsizei>(clientWidth), static_cast<GLsizei>(clientHeight));
     }
 }
 

@@ -8,7 +8,7 @@
 
 #include "app/state/debug_output.h"
 #include "app/state/fatal.h"
-#include "render/gl_win32.h"
+#include "render/gl_loader.h"
 
 namespace dunkman {
 
@@ -76,7 +76,7 @@ void createGlContext() {
     wglMakeCurrent(deviceContext, wglCreateContext(deviceContext));
 }
 
-void loadGlFunctions() { gl::loadFromSystem(); }
+void loadGlFunctions() { loadGlFunctionsFromWindows(); }
 
 void setSwapInterval() {
     using SwapInterval = BOOL(WINAPI*)(int);

@@ -23,7 +23,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
 
     createRenderer();
     assetCatalog.loadAll();
-    gl::ClearColor(0.1f, 0.2f, 0.3f, 1.0f);
+    glClearColor(0.1f, 0.2f, 0.3f, 1.0f);
 
     createScreens();
     switchTo(firstScreen);

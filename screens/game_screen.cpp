@@ -94,9 +94,9 @@ void GameScreen::update() {
 
 void GameScreen::render() {
     setViewProjection(identity);
-    gl::DepthMask(gl::FALSE_);
+    glDepthMask(GLboolean{0});
     backdrop.draw();
-    gl::DepthMask(gl::TRUE_);
+    glDepthMask(GLboolean{1});
 
     if (const Camera* camera = world.first<Camera>()) {
         setViewProjection(worldViewProjection(camera->position.x + camera->offset.x,

@@ -105,7 +105,7 @@ SplitArctangent splitArctangent(double ratio) {
     if (inverted) {
         return {halfPi - arctangents[k], unitAndProduct, twoSum(ratio, c)};
     }
-    return {arctangents[k], {ratio - c, 0.0}, unitAndProduct};
+    return {arctangents[k], twoSum(ratio, -c), unitAndProduct};
 }
 
 DoubleDouble quickArctangent(const SplitArctangent& parts) {

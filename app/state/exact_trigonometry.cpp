@@ -36,7 +36,9 @@ struct QuickParts {
 
 QuickParts quickParts(DoubleDouble angle) {
     const std::size_t k = nearestSixtyFourth(angle.high);
-    const DoubleDouble d = twoSum(angle.high - static_cast<double>(k) / 64.0, angle.low);
+    // The difference can need one bit more than a double has: just below 2^-7, where k is 1 already.
+    const DoubleDouble difference = twoSum(angle.high, static_cast<double>(k) / -64.0);
+    const DoubleDouble d = twoSum(difference.high, difference.low + angle.low);
     const double square = d.high * d.high;
     const double sineTail = d.high * square * (-1.0 / 6.0 + square * (1.0 / 120.0 - square * (1.0 / 5040.0)));
     const double cosineTail =

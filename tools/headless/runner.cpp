@@ -8,7 +8,6 @@
 #include "app/state/key_states.h"
 #include "assets/catalog.h"
 #include "audio/output.h"
-#include "render/image_table.h"
 #include "render/renderer.h"
 #include "tools/headless/trace.h"
 #include "tools/simulated/gl_sim.h"
@@ -58,9 +57,8 @@ void resetProgram() {
     destroyScreens();
     resetWorld();
     resetAudio();
-    resetAssetCatalog();
+    assetCatalog.reset();
     resetRenderer();
-    resetImageTable();
     resetRecording();
     clearKeyStates();
     resetMainLoop();

@@ -1,0 +1,90 @@
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "app/state/fatal.h"
+#include "render/dds.h"
+#include "render/shader_preprocessor.h"
+#include "tools/inspect/faults.h"
+
+namespace dunkman::inspect {
+
+namespace {
+
+constexpr std::uint32_t fourCcDxt1 = 0x31545844; // "DXT1"
+
+// Keys that the program itself looks up.
+constexpr std::array<std::string_view, 21> requiredImages = {
+    "sunset",       "menuBackground", "logo",         "logoTheGame",  "player",      "playerUnarmed", "zombie",
+    "zombieDeath0", "zombieDeath1",   "zombieDeath2", "zombieDeath3", "flamingo",    "pineapple",     "pineappleHeart",
+    "cocktailFull", "cocktailSpill",  "palmTree",     "btnArrow",     "btnZ",        "btnX",          "btnEsc"};
+
+constexpr std::array<std::string_view, 8> requiredUniforms = {
+    "mat4 uViewProjection", "vec4 uDestMinAndSize", "vec4 uPosCosSin", "uint uMirrorFlags",
+    "sampler2D uTexture",   "float zOffset",        "vec3 uGammaGainSaturation", "vec3 uTint"};
+
+void checkDds(const std::string& path, Faults& faults) {
+    try {
+        const DdsHeader header = readDds(path).header;
+        if (header.fourCc != fourCcDxt1) {
+            faults.add(path, "The texture is not marked as DXT1, yet the game reads it as that.");
+        }
+        if (ddsStorageLevels(header) < header.mipMapCount) {
+            faults.add(path, "The file counts more levels than a texture of its size has.");
+        }
+    } catch (const FatalError& error) {
+        faults.add(path, error.what());
+    }
+}
+
+std::string expand(const std::string& path, Faults& faults) {
+    if (!std::filesystem::is_regular_file(path)) {
+        faults.add(path, "The file is missing.");
+        return {};
+    }
+    try {
+        return preprocessShaderFile(path);
+    } catch (const FatalError& error) {
+        faults.add(path, error.what());
+        return {};
+    }
+}
+
+} // namespace
+
+void checkImages(const JsonValue& images, Faults& faults) {
+    for (const JsonMember& image : images.objectValue) {
+        if (image.value.kind != JsonKind::String) {
+            faults.add("images_compressed.json5", "The image \"" + image.key + "\" is no string with a path.");
+        } else {
+            checkDds(image.value.stringValue, faults);
+        }
+    }
+    for (const std::string_view key : requiredImages) {
+        if (!images.contains(key)) {
+            faults.add("images_compressed.json5", "The image \"" + std::string(key) + "\", which the game needs, is missing.");
+        }
+    }
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        checkDds(std::string("AssetsCompressed/Font/") + letter + ".dds", faults);
+    }
+}
+
+void checkShaders(Faults& faults) {
+    const std::string sources = expand("drawable_basic.vert", faults) + expand("drawable_basic.frag", faults);
+    for (const std::string_view uniform : requiredUniforms) {
+        if (sources.find("uniform " + std::string(uniform) + ';') == std::string::npos) {
+            faults.add("drawable_basic.vert", "No shader declares \"uniform " + std::string(uniform) + ";\".");
+        }
+    }
+}
+
+void checkMusic(Faults& faults) {
+    for (const char* path : {"zombiegame.mp3", "intro.mp3"}) {
+        if (!std::filesystem::is_regular_file(path)) {
+            faults.add(path, "The music is missing; the game stays silent without it.");
+        }
+    }
+}
+
+} // namespace dunkman::inspect

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+// The calls of the inspector. Each appends what it prints and answers the exit status.
+namespace dunkman::inspect {
+
+int printJson5(const std::string& path, std::string& out);
+int printWritten(const std::string& path, int indent, std::string& out);
+int printShader(const std::string& path, std::string& out);
+int printDds(const std::string& path, std::string& out);
+
+// These two look at the data directory that is current.
+int printScene(std::string& out);
+int printFaults(std::string& out);
+
+} // namespace dunkman::inspect
