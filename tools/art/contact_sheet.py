@@ -47,11 +47,12 @@ class Page:
 
 PAGES = [
     Page("figures", {"People": "sand", "Weapons": "sand"}),
-    Page("beach", {"Beach": "sand", "Plants and rocks": "sand", "Hints": "sand"}),
+    Page("beach", {"Beach": "sand", "Lying on the sand": "sand", "Plants and rocks": "sand", "Hints": "sand"}),
     Page("resort", {"Buildings": "sand", "Pier and boats": "sea"}),
     Page("background", {"Sky and sea": "sky", "Ground": "sand"}),
     Page("interface", {"Interface": "sky", "Letters": "sea"}),
 ]
+# Drawn in interface units; everything else is in world units.
 INTERFACE_GROUPS = {"Interface", "Letters"}
 
 
@@ -135,6 +136,14 @@ def page_svg(page, groups, drawings, show):
             f'stroke="{PAPER}" stroke-width="3" paint-order="stroke">{"".join(body)}</g></svg>'), top
 
 
+def sheet_key(page):
+    return f"contact-sheet-{page.name}"
+
+
+def sheet_keys():
+    return {sheet_key(page) for page in PAGES}
+
+
 def make_page(tool, page, groups, drawings):
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
@@ -155,7 +164,7 @@ def make_page(tool, page, groups, drawings):
         (folder / "page.svg").write_text(svg, encoding="utf-8")
         FOLDER.mkdir(parents=True, exist_ok=True)
         subprocess.run(["rsvg-convert", str(folder / "page.svg"), "--output",
-                        str(FOLDER / f"contact-sheet-{page.name}.png")], check=True)
+                        str(FOLDER / (sheet_key(page) + ".png"))], check=True)
 
 
 def page_hash(page, groups, drawings, entries):
@@ -171,7 +180,7 @@ def make(tool):
     drawings = {drawing.key: drawing for drawing in all_drawings() if drawing.texture.exists()}
     entries = built_list.read()
     for page in PAGES:
-        key = f"contact-sheet-{page.name}"
+        key = sheet_key(page)
         current = page_hash(page, groups, drawings, entries)
         if entries.get(key) == current and (FOLDER / f"{key}.png").exists():
             continue

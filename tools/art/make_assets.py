@@ -87,7 +87,8 @@ def remove_orphans(drawings):
             print(f"Removing {key}: it has no drawing")
             texture.unlink()
     entries = built_list.read()
-    built_list.write({key: value for key, value in entries.items() if key in keys})
+    known = keys | contact_sheet.sheet_keys()
+    built_list.write({key: value for key, value in entries.items() if key in known})
 
 
 def check_textures(tool, drawings):
