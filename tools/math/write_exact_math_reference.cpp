@@ -1,0 +1,74 @@
+// Writes tests/app/exact_math_reference.txt to the standard output: arguments and correctly rounded results
+// of the exact functions, for machines on which MPFR is not at hand. One line holds the function's name, the
+// bits of the argument and the bits of the result, all as doubles.
+#include "tools/math/mpfr_reference.h"
+
+#include <bit>
+#include <cinttypes>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+using namespace dunkman::exact;
+
+namespace {
+
+void write(const NamedFunction& named, double argument) {
+    if (std::isnan(argument)) {
+        return;
+    }
+    const double result = reference(named.function, argument);
+    if (std::isnan(result)) {
+        return;
+    }
+    std::printf("%s %016" PRIx64 " %016" PRIx64 "\n", named.name, std::bit_cast<std::uint64_t>(argument),
+                std::bit_cast<std::uint64_t>(result));
+}
+
+} // namespace
+
+int main() {
+    const double edges[] = {0.0,
+                            -0.0,
+                            0x1p-149,
+                            0x1p-126,
+                            0x1p-54,
+                            0x1p-27,
+                            0x1p-26,
+                            0x1p-12,
+                            0.5,
+                            1.0,
+                            1.5,
+                            2.0,
+                            1024.0,
+                            0x1p31,
+                            0x1p60,
+                            0x1p127,
+                            std::numeric_limits<double>::infinity()};
+    for (const NamedFunction& named : allFunctions()) {
+        RandomBits random(20);
+        for (const double edge : edges) {
+            write(named, edge);
+            write(named, -edge);
+        }
+        for (int count = 0; count < 180; ++count) {
+            write(named, randomArgument(named.function, random));
+        }
+        for (int count = 0; count < 220; ++count) {
+            write(named, randomHardArgument(named.function, random));
+        }
+    }
+    // The double that comes nearest to a multiple of pi / 2, and both ends of the exponential's results.
+    for (const NamedFunction& named : allFunctions()) {
+        if (named.function == Function::Sin || named.function == Function::Cos) {
+            write(named, 6381956970095103.0 * 0x1p797);
+        }
+        if (named.function == Function::Exp) {
+            for (const double edge : {0x1.62e42fefa39efp9, 0x1.62e42fefa39fp9, -0x1.74910d52d3051p9,
+                                      -0x1.74910d52d3052p9, -0x1.6232bdd7abcd2p9, -0x1.6232bdd7abcd3p9}) {
+                write(named, edge);
+            }
+        }
+    }
+    return 0;
+}
