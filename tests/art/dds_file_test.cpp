@@ -59,7 +59,7 @@ TEST(DdsFile, HoldsEveryLevelAndNothingElse) {
 
 TEST(DdsFile, ReadsBackWhatItWrote) {
     const DdsTexture texture = buildTexture(makeCartoon(65, 43), {});
-    const DdsTexture again = parseDds(ddsBytes(texture), "test");
+    const DdsTexture again = parseDdsTexture(ddsBytes(texture), "test");
     EXPECT_EQ(again.width, 65);
     EXPECT_EQ(again.height, 43);
     EXPECT_EQ(again.levels, texture.levels);
@@ -68,20 +68,20 @@ TEST(DdsFile, ReadsBackWhatItWrote) {
 TEST(DdsFile, RefusesWhatIsNoDdsFile) {
     std::vector<std::uint8_t> bytes = ddsBytes(smallTexture());
     bytes[0] = 'X';
-    EXPECT_THROW(parseDds(bytes, "test"), std::runtime_error);
-    EXPECT_THROW(parseDds({}, "test"), std::runtime_error);
+    EXPECT_THROW(parseDdsTexture(bytes, "test"), std::runtime_error);
+    EXPECT_THROW(parseDdsTexture({}, "test"), std::runtime_error);
 }
 
 TEST(DdsFile, RefusesAnotherFourCc) {
     std::vector<std::uint8_t> bytes = ddsBytes(smallTexture());
     bytes[87] = '5';
-    EXPECT_THROW(parseDds(bytes, "test"), std::runtime_error);
+    EXPECT_THROW(parseDdsTexture(bytes, "test"), std::runtime_error);
 }
 
 TEST(DdsFile, RefusesAFileThatEndsEarly) {
     std::vector<std::uint8_t> bytes = ddsBytes(smallTexture());
     bytes.pop_back();
-    EXPECT_THROW(parseDds(bytes, "test"), std::runtime_error);
+    EXPECT_THROW(parseDdsTexture(bytes, "test"), std::runtime_error);
 }
 
 TEST(TextureBuild, GivesTheSameBytesEveryTime) {

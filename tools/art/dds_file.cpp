@@ -1,8 +1,11 @@
 #include "tools/art/dds_file.h"
 
+#include "render/dds.h"
 #include "tools/art/dxt1_picture.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -13,29 +16,25 @@ namespace dunkman {
 
 namespace {
 
-constexpr std::uint32_t magic = 0x20534444;         // "DDS "
-constexpr std::uint32_t headerSize = 124;
+constexpr std::uint32_t dxt1 = 0x31545844; // "DXT1"
 constexpr std::uint32_t pixelFormatSize = 32;
-constexpr std::uint32_t dxt1 = 0x31545844;          // "DXT1"
-constexpr std::size_t fileHeaderSize = 4 + headerSize;
+constexpr std::uint32_t pixelFormatIsFourCc = 0x4;
 
-// Header flags: which fields are valid.
+// Flags of the header: which fields are valid.
 constexpr std::uint32_t hasCaps = 0x1;
 constexpr std::uint32_t hasHeight = 0x2;
 constexpr std::uint32_t hasWidth = 0x4;
 constexpr std::uint32_t hasPixelFormat = 0x1000;
 constexpr std::uint32_t hasMipMapCount = 0x20000;
 constexpr std::uint32_t hasLinearSize = 0x80000;
-constexpr std::uint32_t pixelFormatIsFourCc = 0x4;
+
+// What the file holds.
 constexpr std::uint32_t capsComplex = 0x8;
 constexpr std::uint32_t capsTexture = 0x1000;
 constexpr std::uint32_t capsMipMap = 0x400000;
 
-// Places of the 32-bit words that are read back, counted from the start of the file.
-constexpr std::size_t heightWord = 3;
-constexpr std::size_t widthWord = 4;
-constexpr std::size_t mipMapCountWord = 7;
-constexpr std::size_t fourCcWord = 21;
+using HeaderWords = std::array<std::uint32_t, sizeof(DdsHeader) / 4>;
+constexpr std::size_t pixelsOffset = 4 + sizeof(DdsHeader);
 
 void appendWord(std::vector<std::uint8_t>& bytes, std::uint32_t word) {
     for (int shift = 0; shift < 32; shift += 8) {
@@ -43,57 +42,63 @@ void appendWord(std::vector<std::uint8_t>& bytes, std::uint32_t word) {
     }
 }
 
-void appendWords(std::vector<std::uint8_t>& bytes, std::initializer_list<std::uint32_t> words) {
-    for (const std::uint32_t word : words) {
-        appendWord(bytes, word);
+std::uint32_t wordAt(const std::vector<std::uint8_t>& bytes, std::size_t offset) {
+    std::uint32_t word = 0;
+    for (std::size_t byte = 0; byte < 4; ++byte) {
+        word |= static_cast<std::uint32_t>(bytes[offset + byte]) << (8 * byte);
     }
+    return word;
 }
 
-std::uint32_t wordAt(const std::vector<std::uint8_t>& bytes, std::size_t word) {
-    std::uint32_t value = 0;
-    for (std::size_t byte = 0; byte < 4; ++byte) {
-        value |= static_cast<std::uint32_t>(bytes[word * 4 + byte]) << (8 * byte);
+DdsHeader headerFor(const DdsTexture& texture) {
+    DdsHeader header = {};
+    header.size = sizeof(DdsHeader);
+    header.flags = hasCaps | hasHeight | hasWidth | hasPixelFormat | hasMipMapCount | hasLinearSize;
+    header.height = static_cast<std::uint32_t>(texture.height);
+    header.width = static_cast<std::uint32_t>(texture.width);
+    header.pitchOrLinearSize = static_cast<std::uint32_t>(dxt1Bytes(texture.width, texture.height));
+    header.mipMapCount = static_cast<std::uint32_t>(texture.levels.size());
+    header.pixelFormatSize = pixelFormatSize;
+    header.pixelFormatFlags = pixelFormatIsFourCc;
+    header.fourCc = dxt1;
+    header.caps[0] = capsTexture | capsComplex | capsMipMap;
+    return header;
+}
+
+DdsHeader parseHeader(const std::vector<std::uint8_t>& bytes, const std::string& name) {
+    if (bytes.size() < pixelsOffset || wordAt(bytes, 0) != ddsMagic) {
+        throw std::runtime_error(name + ": not a DDS file");
     }
-    return value;
+    HeaderWords words = {};
+    for (std::size_t word = 0; word < words.size(); ++word) {
+        words[word] = wordAt(bytes, 4 + 4 * word);
+    }
+    const auto header = std::bit_cast<DdsHeader>(words);
+    if (header.size != sizeof(DdsHeader) || header.fourCc != dxt1) {
+        throw std::runtime_error(name + ": not DXT1");
+    }
+    return header;
 }
 
 } // namespace
 
 std::vector<std::uint8_t> ddsBytes(const DdsTexture& texture) {
     std::vector<std::uint8_t> bytes;
-    const std::uint32_t flags =
-        hasCaps | hasHeight | hasWidth | hasPixelFormat | hasMipMapCount | hasLinearSize;
-    const auto height = static_cast<std::uint32_t>(texture.height);
-    const auto width = static_cast<std::uint32_t>(texture.width);
-    const auto linearSize = static_cast<std::uint32_t>(dxt1Bytes(texture.width, texture.height));
-    const auto levelCount = static_cast<std::uint32_t>(texture.levels.size());
-    const std::uint32_t depth = 0;
-    appendWords(bytes, {magic, headerSize, flags, height, width, linearSize, depth, levelCount});
-    for (int reserved = 0; reserved < 11; ++reserved) {
-        appendWord(bytes, 0);
+    appendWord(bytes, ddsMagic);
+    for (const std::uint32_t word : std::bit_cast<HeaderWords>(headerFor(texture))) {
+        appendWord(bytes, word);
     }
-    // Pixel format: size, flags, FourCC, bit count and four masks; then four words of caps and one reserved.
-    appendWords(bytes, {pixelFormatSize, pixelFormatIsFourCc, dxt1, 0, 0, 0, 0, 0});
-    appendWords(bytes, {capsTexture | capsComplex | capsMipMap, 0, 0, 0, 0});
     for (const std::vector<std::uint8_t>& level : texture.levels) {
         bytes.insert(bytes.end(), level.begin(), level.end());
     }
     return bytes;
 }
 
-DdsTexture parseDds(const std::vector<std::uint8_t>& bytes, const std::string& name) {
-    if (bytes.size() < fileHeaderSize || wordAt(bytes, 0) != magic || wordAt(bytes, 1) != headerSize) {
-        throw std::runtime_error(name + ": not a DDS file");
-    }
-    if (wordAt(bytes, fourCcWord) != dxt1) {
-        throw std::runtime_error(name + ": not DXT1");
-    }
-    DdsTexture texture;
-    texture.width = static_cast<int>(wordAt(bytes, widthWord));
-    texture.height = static_cast<int>(wordAt(bytes, heightWord));
-    const auto levelCount = static_cast<int>(wordAt(bytes, mipMapCountWord));
-    std::size_t offset = fileHeaderSize;
-    for (int level = 0; level < levelCount; ++level) {
+DdsTexture parseDdsTexture(const std::vector<std::uint8_t>& bytes, const std::string& name) {
+    const DdsHeader header = parseHeader(bytes, name);
+    DdsTexture texture{static_cast<int>(header.width), static_cast<int>(header.height), {}};
+    std::size_t offset = pixelsOffset;
+    for (int level = 0; level < static_cast<int>(header.mipMapCount); ++level) {
         const std::size_t size =
             dxt1Bytes(std::max(1, texture.width >> level), std::max(1, texture.height >> level));
         if (bytes.size() - offset < size) {
@@ -106,7 +111,7 @@ DdsTexture parseDds(const std::vector<std::uint8_t>& bytes, const std::string& n
     return texture;
 }
 
-void writeDds(const std::string& path, const DdsTexture& texture) {
+void writeDdsTexture(const std::string& path, const DdsTexture& texture) {
     const std::vector<std::uint8_t> bytes = ddsBytes(texture);
     const std::string unfinished = path + ".new";
     std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
@@ -118,14 +123,14 @@ void writeDds(const std::string& path, const DdsTexture& texture) {
     std::filesystem::rename(unfinished, path);
 }
 
-DdsTexture readDds(const std::string& path) {
+DdsTexture readDdsTexture(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
         throw std::runtime_error(path + ": cannot be opened");
     }
     const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(file)),
                                           std::istreambuf_iterator<char>());
-    return parseDds(bytes, path);
+    return parseDdsTexture(bytes, path);
 }
 
 Picture decodeLevel(const DdsTexture& texture, int level) {

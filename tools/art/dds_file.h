@@ -19,12 +19,12 @@ struct DdsTexture {
 std::vector<std::uint8_t> ddsBytes(const DdsTexture& texture);
 
 /// Throws std::runtime_error, beginning with `name`, when the bytes are no DXT1 DDS file with all its levels.
-DdsTexture parseDds(const std::vector<std::uint8_t>& bytes, const std::string& name);
+DdsTexture parseDdsTexture(const std::vector<std::uint8_t>& bytes, const std::string& name);
 
 /// Both throw std::runtime_error naming the file when that fails. Writing goes to a second file that is then
 /// renamed, so that an interrupted run leaves no half-written texture.
-void writeDds(const std::string& path, const DdsTexture& texture);
-DdsTexture readDds(const std::string& path);
+void writeDdsTexture(const std::string& path, const DdsTexture& texture);
+DdsTexture readDdsTexture(const std::string& path);
 
 /// One level, decoded.
 Picture decodeLevel(const DdsTexture& texture, int level);

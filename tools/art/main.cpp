@@ -75,13 +75,13 @@ int encode(Arguments arguments) {
     if (opaque) {
         makeOpaque(picture, arguments[0]);
     }
-    writeDds(arguments[1], buildTexture(picture, tiling));
+    writeDdsTexture(arguments[1], buildTexture(picture, tiling));
     return 0;
 }
 
 int decode(const Arguments& arguments) {
     requireCount(arguments, 3);
-    writePng(arguments[2], decodeLevel(readDds(arguments[0]), std::stoi(arguments[1])));
+    writePng(arguments[2], decodeLevel(readDdsTexture(arguments[0]), std::stoi(arguments[1])));
     return 0;
 }
 
@@ -92,14 +92,14 @@ int show(const Arguments& arguments) {
     if (width < 1 || height < 1) {
         throw BadUsage();
     }
-    writePng(arguments[3], showTexture(readDds(arguments[0]), width, height));
+    writePng(arguments[3], showTexture(readDdsTexture(arguments[0]), width, height));
     return 0;
 }
 
 int measure(const Arguments& arguments) {
     requireCount(arguments, 2);
     const PictureDifference difference =
-        compare(readPng(arguments[0]), decodeLevel(readDds(arguments[1]), 0));
+        compare(readPng(arguments[0]), decodeLevel(readDdsTexture(arguments[1]), 0));
     std::printf("%.3f %zu %zu %llu\n", difference.psnr(), difference.cutDiffers, difference.bothOpaque,
                 static_cast<unsigned long long>(difference.squaredSum));
     return 0;
@@ -107,8 +107,8 @@ int measure(const Arguments& arguments) {
 
 int compareTextures(const Arguments& arguments) {
     requireCount(arguments, 2);
-    const DdsTexture one = readDds(arguments[0]);
-    const DdsTexture other = readDds(arguments[1]);
+    const DdsTexture one = readDdsTexture(arguments[0]);
+    const DdsTexture other = readDdsTexture(arguments[1]);
     if (one.width != other.width || one.height != other.height || one.levels.size() != other.levels.size()) {
         throw std::runtime_error(arguments[1] + ": another size or number of levels");
     }

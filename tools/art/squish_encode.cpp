@@ -23,7 +23,7 @@ int main(int count, char** values) {
         squish::CompressImage(reinterpret_cast<const squish::u8*>(picture.texels.data()), picture.width,
                               picture.height, blocks.data(),
                               squish::kDxt1 | squish::kColourIterativeClusterFit, weights);
-        dunkman::writeDds(values[2], {picture.width, picture.height, {blocks}});
+        dunkman::writeDdsTexture(values[2], {picture.width, picture.height, {blocks}});
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "squish-encode: %s\n", error.what());
