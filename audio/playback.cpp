@@ -1,0 +1,147 @@
+#include "audio/playback.h"
+
+#include <cstring>
+#include <string>
+
+#include "app/state/debug_output.h"
+
+namespace dunkman {
+
+namespace {
+
+// A device wants data every few milliseconds. One that has been quiet for this long, twice in a row, is taken
+// for lost; together with one retry that stays below the two seconds in which sound has to be back.
+constexpr std::uint32_t quietMilliseconds = 500;
+constexpr int quietWaitsUntilLost = 2;
+
+constexpr std::uint32_t retryMilliseconds = 250;
+
+enum class Ending { Stopped, Lost, Reopened };
+
+bool takeStopRequest(std::atomic<std::uint32_t>& stopRequested) { return stopRequested.exchange(0) != 0; }
+
+// Counts the frames that would have been played since it was last asked, without losing a fraction.
+class SilentClock {
+public:
+    explicit SilentClock(std::int64_t nanoseconds) : start(nanoseconds) {}
+
+    std::uint32_t framesUntil(std::int64_t nanoseconds) {
+        constexpr std::int64_t nanosecondsPerMillisecond = 1'000'000;
+        constexpr std::int64_t framesPerMillisecond = streamFormat.samplesPerSecond / 1000;
+        const std::int64_t due = (nanoseconds - start) * framesPerMillisecond / nanosecondsPerMillisecond;
+        const std::int64_t frames = due - counted;
+        counted = due;
+        return static_cast<std::uint32_t>(frames);
+    }
+
+private:
+    std::int64_t start;
+    std::int64_t counted = 0; // frames
+};
+
+class Playback {
+public:
+    Playback(AudioRing& itsRing, AudioDevice& itsDevice, std::atomic<std::uint32_t>& itsStopRequest)
+        : ring(itsRing), device(itsDevice), stopRequested(itsStopRequest) {}
+
+    // Plays until the end or until the device is lost.
+    Ending play(std::uint32_t bufferFrames) {
+        lastServed = device.clockNanoseconds();
+        const CallResult started = device.start();
+        if (started.failed()) {
+            return lose(describe(started, consequence));
+        }
+        int quietWaits = 0;
+        while (true) {
+            const AudioDevice::Wake wake = device.wait(quietMilliseconds);
+            if (wake == AudioDevice::Wake::Failed || takeStopRequest(stopRequested)) {
+                return Ending::Stopped;
+            }
+            if (device.defaultDeviceChanged()) {
+                return lose("audio: another device has become the default: opening that");
+            }
+            quietWaits = wake == AudioDevice::Wake::TimedOut ? quietWaits + 1 : 0;
+            if (quietWaits == quietWaitsUntilLost) {
+                return lose("audio: the device has stopped asking for data: opening it anew");
+            }
+            const CallResult result = drainStep(ring, device, bufferFrames);
+            if (result.failed()) {
+                return lose(describe(result, consequence));
+            }
+            if (wake == AudioDevice::Wake::Signalled) {
+                lastServed = device.clockNanoseconds();
+                lossReported = false;
+            }
+        }
+    }
+
+    // Waits for a default device and opens it. Never tries twice without a pause, so that a device that opens
+    // but cannot play does not keep a processor busy.
+    Ending reopen(std::uint32_t& bufferFrames) {
+        device.close();
+        SilentClock silence(lastServed);
+        while (true) {
+            if (device.wait(retryMilliseconds) == AudioDevice::Wake::Failed ||
+                takeStopRequest(stopRequested)) {
+                return Ending::Stopped;
+            }
+            const CallResult opened = device.open(bufferFrames);
+            ring.skip(silence.framesUntil(device.clockNanoseconds()));
+            if (!opened.failed()) {
+                ring.setDeviceBuffer(bufferFrames);
+                return Ending::Reopened;
+            }
+        }
+    }
+
+private:
+    static constexpr const char* consequence = "silence until the default device can be opened anew";
+
+    // One line for each loss, however many attempts it takes until sound is back.
+    Ending lose(const std::string& line) {
+        if (!lossReported) {
+            debugText(line);
+            lossReported = true;
+        }
+        return Ending::Lost;
+    }
+
+    AudioRing& ring;
+    AudioDevice& device;
+    std::atomic<std::uint32_t>& stopRequested;
+    std::int64_t lastServed = 0; // nanoseconds
+    bool lossReported = false;
+};
+
+} // namespace
+
+CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames) {
+    std::uint32_t queued = 0;
+    CallResult result = device.queuedFrames(queued);
+    if (result.failed()) {
+        return result;
+    }
+    const std::uint32_t available = queued < bufferFrames ? bufferFrames - queued : 0;
+    std::byte* destination = nullptr;
+    result = device.acquireBuffer(available, destination);
+    if (result.failed()) {
+        return result;
+    }
+    const AudioRing::Drain drain = ring.beginDrain(available);
+    if (drain.frames == 0) {
+        return device.releaseBuffer(available, true);
+    }
+    std::memcpy(destination, drain.data, std::size_t{drain.frames} * AudioRing::bytesPerFrame);
+    ring.endDrain(drain);
+    return device.releaseBuffer(drain.frames, false);
+}
+
+void playRing(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames,
+              std::atomic<std::uint32_t>& stopRequested) {
+    Playback playback(ring, device, stopRequested);
+    while (playback.play(bufferFrames) == Ending::Lost && playback.reopen(bufferFrames) == Ending::Reopened) {
+    }
+    device.close();
+}
+
+} // namespace dunkman

@@ -1,0 +1,82 @@
+#include "audio/output.h"
+
+#include <gtest/gtest.h>
+
+#include "audio/fed_ring.h"
+#include "audio/music_selection.h"
+#include "audio/music_track.h"
+#include "debug_lines.h"
+
+// The process-wide functions, on the device that takes nothing.
+namespace dunkman {
+namespace {
+
+class Output : public ::testing::Test {
+protected:
+    void SetUp() override { resetAudio(); }
+    void TearDown() override { resetAudio(); }
+};
+
+float leftAt(std::uint32_t position) { return *reinterpret_cast<const float*>(fedRing->at(position)); }
+
+TEST_F(Output, LoopsTheGameTrackAndRewindsTheIntro) {
+    startAudio();
+    loadMusicTracks();
+    EXPECT_TRUE(gameTrack.loop);
+    EXPECT_FALSE(introTrack.loop);
+    EXPECT_EQ(gameTrack.position, gameTrack.frameCount());
+    EXPECT_EQ(introTrack.position, 0u);
+    EXPECT_EQ(musicSelection, MusicSelection::None);
+    EXPECT_TRUE(testing::takeDebugLines().empty());
+}
+
+TEST_F(Output, FeedsTheSelectedTrack) {
+    startAudio();
+    introTrack.samples.assign(9600, 16384);
+    gameTrack.samples.assign(9600, 8192);
+    feedAudio();
+    EXPECT_EQ(leftAt(0), 0.0f);
+    const std::uint32_t behindKept = 1440 * 8;
+    musicSelection = MusicSelection::Intro;
+    feedAudio();
+    EXPECT_EQ(leftAt(behindKept), 0.5f);
+    musicSelection = MusicSelection::Game;
+    feedAudio();
+    EXPECT_EQ(leftAt(behindKept), 0.25f);
+    musicSelection = static_cast<MusicSelection>(3);
+    feedAudio();
+    EXPECT_EQ(leftAt(behindKept), 0.0f);
+}
+
+TEST_F(Output, KeepsFeedingSilenceWithNothingSelected) {
+    startAudio();
+    feedAudio();
+    EXPECT_EQ(fedRing->counters().writePosition, 4800u * 8);
+}
+
+TEST_F(Output, DoesNothingBeforeStartAndAfterStop) {
+    feedAudio();
+    EXPECT_EQ(fedRing, nullptr);
+    stopAudio();
+    startAudio();
+    EXPECT_NE(fedRing, nullptr);
+    stopAudio();
+    EXPECT_EQ(fedRing, nullptr);
+    stopAudio();
+    feedAudio();
+}
+
+TEST_F(Output, ResetForgetsTracksAndSelection) {
+    gameTrack.samples.assign(10, 1);
+    gameTrack.loop = true;
+    introTrack.position = 5;
+    musicSelection = MusicSelection::Game;
+    resetAudio();
+    EXPECT_EQ(gameTrack.frameCount(), 0u);
+    EXPECT_FALSE(gameTrack.loop);
+    EXPECT_EQ(introTrack.position, 0u);
+    EXPECT_EQ(musicSelection, MusicSelection::None);
+}
+
+} // namespace
+} // namespace dunkman
