@@ -1,7 +1,5 @@
 #include "json5/reader.h"
 
-#include "json5/reader_primitives.h"
-
 #include <algorithm>
 #include <fstream>
 #include <istream>
@@ -340,12 +338,13 @@ void parseDocument(std::string_view text, Json5Report& report, JsonValue& value)
 }
 
 void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value) {
+    // Block by block as the stream has them ready: what comes before a failure counts, so no read may span one.
     std::string text;
-    constexpr std::size_t blockSize = 1 << 16;
-    while (stream.good()) {
+    while (stream.peek() != std::istream::traits_type::eof()) {
+        const std::streamsize ready = std::max<std::streamsize>(1, stream.rdbuf()->in_avail());
         const std::size_t size = text.size();
-        text.resize(size + blockSize);
-        stream.read(text.data() + size, static_cast<std::streamsize>(blockSize));
+        text.resize(size + static_cast<std::size_t>(ready));
+        stream.read(text.data() + size, ready);
         text.resize(size + static_cast<std::size_t>(stream.gcount()));
     }
     Json5Reader reader(text, stream.eof() ? Json5Error::EndOfInput : Json5Error::StreamFailed);

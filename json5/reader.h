@@ -113,4 +113,18 @@ private:
     Json5Position position;
 };
 
+// In the header because every character goes through it.
+inline char Json5Reader::read() {
+    if (pushedBack) {
+        pushedBack = false;
+        return lastChar;
+    }
+    if (cursor == end) {
+        meetEnd();
+        return 0;
+    }
+    lastChar = *cursor++;
+    return lastChar;
+}
+
 } // namespace dunkman

@@ -1,7 +1,7 @@
 #include "json5/reader.h"
 
 #include "json5/decimal.h"
-#include "json5/reader_primitives.h"
+#include "json5/hex_digit.h"
 
 #include <limits>
 

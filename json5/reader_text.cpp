@@ -1,6 +1,6 @@
 #include "json5/reader.h"
 
-#include "json5/reader_primitives.h"
+#include "json5/hex_digit.h"
 
 #include <array>
 

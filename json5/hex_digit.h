@@ -1,22 +1,6 @@
 #pragma once
 
-#include "json5/reader.h"
-
 namespace dunkman {
-
-// The one primitive that every character goes through, inline for the reader's own sources.
-inline char Json5Reader::read() {
-    if (pushedBack) {
-        pushedBack = false;
-        return lastChar;
-    }
-    if (cursor == end) {
-        meetEnd();
-        return 0;
-    }
-    lastChar = *cursor++;
-    return lastChar;
-}
 
 inline constexpr int notHexDigit = -1;
 
