@@ -74,7 +74,8 @@ Picture makeSky(int width, int height) {
         for (int x = 0; x < width; ++x) {
             const double down = (y + 0.5) / height;
             const double across = (x + 0.5) / width;
-            const double sun = std::clamp(1.0 - 3.0 * std::fabs(across - 0.6) - std::fabs(down - 0.5), 0.0, 1.0);
+            const double sun =
+                std::clamp(1.0 - 3.0 * std::fabs(across - 0.6) - std::fabs(down - 0.5), 0.0, 1.0);
             Rgba& texel = picture.at(x, y);
             texel = {mix(61, 255, down), mix(42, 178, down), mix(107, 122, down), 255};
             lay(texel, {255, 241, 176, 255}, sun);

@@ -4,8 +4,8 @@
 
 namespace dunkman {
 
-/// A drawing as the game has them: a figure of flat, two-toned shapes with a dark outline and antialiased edges,
-/// cut out of nothing. Sides of at least 32 texels; always the same for the same size.
+/// A drawing as the game has them: a figure of flat, two-toned shapes with a dark outline and antialiased
+/// edges, cut out of nothing. Sides of at least 32 texels; always the same for the same size.
 Picture makeCartoon(int width, int height);
 
 /// An opaque sky: two soft gradients and a sun.

@@ -14,7 +14,8 @@ namespace dunkman {
 namespace {
 
 std::uint32_t wordAt(const std::vector<std::uint8_t>& bytes, std::size_t offset) {
-    return static_cast<std::uint32_t>(bytes.at(offset)) | static_cast<std::uint32_t>(bytes.at(offset + 1)) << 8 |
+    return static_cast<std::uint32_t>(bytes.at(offset)) |
+           static_cast<std::uint32_t>(bytes.at(offset + 1)) << 8 |
            static_cast<std::uint32_t>(bytes.at(offset + 2)) << 16 |
            static_cast<std::uint32_t>(bytes.at(offset + 3)) << 24;
 }
@@ -27,9 +28,7 @@ std::uint64_t checksum(const std::vector<std::uint8_t>& bytes) {
     return hash;
 }
 
-DdsTexture smallTexture() {
-    return buildTexture(makeFlat(20, 12, {255, 0, 0, 255}), {});
-}
+DdsTexture smallTexture() { return buildTexture(makeFlat(20, 12, {255, 0, 0, 255}), {}); }
 
 } // namespace
 
@@ -105,7 +104,8 @@ TEST(TextureBuild, EncodesOddSizesToTheLastTexel) {
     ASSERT_EQ(decoded.height, 101);
     for (int level = 0; level < static_cast<int>(texture.levels.size()); ++level) {
         const Picture shown = decodeLevel(texture, level);
-        EXPECT_EQ(texture.levels[static_cast<std::size_t>(level)].size(), dxt1Bytes(shown.width, shown.height));
+        EXPECT_EQ(texture.levels[static_cast<std::size_t>(level)].size(),
+                  dxt1Bytes(shown.width, shown.height));
     }
     // The last column and row belong to blocks that reach over the edge.
     Picture flat = makeFlat(149, 101, {0, 0, 0, 255});

@@ -24,13 +24,11 @@ BlockTexels flatBlock(Rgba colour) {
     return block;
 }
 
-bool hasHoleKind(const Dxt1Block& block) {
-    return block.firstColour <= block.secondColour;
-}
+bool hasHoleKind(const Dxt1Block& block) { return block.firstColour <= block.secondColour; }
 
 int largestDifference(const Rgba& one, const Rgba& other) {
-    return std::max({std::abs(one.red - other.red), std::abs(one.green - other.green),
-                     std::abs(one.blue - other.blue)});
+    return std::max(
+        {std::abs(one.red - other.red), std::abs(one.green - other.green), std::abs(one.blue - other.blue)});
 }
 
 Picture throughEncoder(const Picture& picture) {

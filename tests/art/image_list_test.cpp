@@ -89,14 +89,19 @@ TEST(ImageList, HoldsEveryDrawingAndNothingElse) {
     for (const JsonMember& member : list.objectValue) {
         listed.insert(member.key);
     }
-    EXPECT_EQ(listed, drawingKeys());
+    std::vector<std::string> differing;
+    const std::set<std::string> drawn = drawingKeys();
+    std::set_symmetric_difference(listed.begin(), listed.end(), drawn.begin(), drawn.end(),
+                                  std::back_inserter(differing));
+    EXPECT_EQ(differing, std::vector<std::string>()) << "listed without a drawing, or drawn without an entry";
 }
 
 TEST(ImageList, NamesEveryKeyOnce) {
     // A repeated key would only replace the first entry in the game's table, in silence.
     const std::string text = textOf("data/images_compressed.json5");
     const std::regex entry("\n\"[A-Za-z0-9]+\": ");
-    const auto lines = std::distance(std::sregex_iterator(text.begin(), text.end(), entry), std::sregex_iterator());
+    const auto lines =
+        std::distance(std::sregex_iterator(text.begin(), text.end(), entry), std::sregex_iterator());
     EXPECT_EQ(static_cast<std::size_t>(lines), readList().objectValue.size());
 }
 
@@ -110,9 +115,10 @@ TEST(ImageList, LeadsToTextureFilesNamedAsTheirKey) {
 TEST(ImageList, HoldsThePicturesThatTheProgramLooksUpItself) {
     const JsonValue list = readList();
     for (const char* key :
-         {"sunset", "menuBackground", "logo", "logoTheGame", "player", "playerUnarmed", "zombie", "zombieDeath0",
-          "zombieDeath1", "zombieDeath2", "zombieDeath3", "flamingo", "pineapple", "pineappleHeart", "cocktailFull",
-          "cocktailSpill", "palmTree", "btnArrow", "btnZ", "btnX", "btnEsc"}) {
+         {"sunset",    "menuBackground", "logo",         "logoTheGame",   "player",       "playerUnarmed",
+          "zombie",    "zombieDeath0",   "zombieDeath1", "zombieDeath2",  "zombieDeath3", "flamingo",
+          "pineapple", "pineappleHeart", "cocktailFull", "cocktailSpill", "palmTree",     "btnArrow",
+          "btnZ",      "btnX",           "btnEsc"}) {
         EXPECT_TRUE(list.contains(key)) << key;
     }
 }

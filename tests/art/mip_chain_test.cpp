@@ -84,7 +84,8 @@ TEST(MipChain, KeepsAThinLineThatACutAtHalfAlphaWouldLose) {
     for (int y = 0; y < 128; ++y) {
         for (int x = 0; x < 128; ++x) {
             const double inside = 1.1 - std::fabs(y + 0.5 - (40.0 + 0.37 * x));
-            picture.at(x, y) = {255, 255, 255, static_cast<std::uint8_t>(255.0 * std::clamp(inside, 0.0, 1.0))};
+            picture.at(x, y) = {255, 255, 255,
+                                static_cast<std::uint8_t>(255.0 * std::clamp(inside, 0.0, 1.0))};
         }
     }
     const std::vector<Picture> levels = makeMipChain(picture, {});
@@ -133,7 +134,8 @@ TEST(MipChain, WrapsOnlyInTheDirectionsThatTile) {
 }
 
 TEST(MipChain, MovesWithATile) {
-    // A tile that is turned round by a whole number of smaller texels gives the same smaller tile, turned round.
+    // A tile that is turned round by a whole number of smaller texels gives the same smaller tile, turned
+    // round.
     Picture picture = makeSky(64, 32);
     Picture turned(64, 32);
     for (int y = 0; y < 32; ++y) {

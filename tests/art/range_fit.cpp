@@ -7,12 +7,11 @@ namespace dunkman {
 
 namespace {
 
-int lightness(const Rgba& texel) {
-    return texel.red + texel.green + texel.blue;
-}
+int lightness(const Rgba& texel) { return texel.red + texel.green + texel.blue; }
 
 std::uint16_t nearestPacked(const Rgba& texel) {
-    return packColour({(texel.red * 31 + 127) / 255, (texel.green * 63 + 127) / 255, (texel.blue * 31 + 127) / 255});
+    return packColour(
+        {(texel.red * 31 + 127) / 255, (texel.green * 63 + 127) / 255, (texel.blue * 31 + 127) / 255});
 }
 
 int squaredDistance(const Rgba& one, const Rgba& other) {

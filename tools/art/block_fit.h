@@ -18,8 +18,8 @@ struct BlockColours {
     std::size_t count = 0;
 };
 
-/// A try at a block: `parts + 1` colours, evenly spaced on the straight line between two ends. Three parts give
-/// the block of four opaque colours, two parts the block of three and a hole.
+/// A try at a block: `parts + 1` colours, evenly spaced on the straight line between two ends. Three parts
+/// give the block of four opaque colours, two parts the block of three and a hole.
 struct BlockFit {
     int parts = 3;
     ColourSteps from = {};

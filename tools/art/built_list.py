@@ -1,4 +1,4 @@
-"""art/built.json5: from which sources each texture was built, so that a stale one can be told without building."""
+"""art/built.json5: from which sources each texture was built, so that a stale one is seen at once."""
 
 import re
 
@@ -24,7 +24,7 @@ def entry_for(source_hash, texture):
 
 
 def is_fresh(drawing, entries):
-    """True when the texture is there, is the one that was built, and was built from what the sources are now."""
+    """True when the texture is the one that was built, and was built from what the sources are now."""
     if not drawing.texture.exists():
         return False
     return entries.get(drawing.key) == entry_for(drawing.source_hash(), drawing.texture)

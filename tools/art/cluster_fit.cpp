@@ -46,10 +46,10 @@ Vector principalAxis(const BlockColours& colours) {
         }
     }
     // Start from the longest row: it cannot be at right angles to the axis.
-    Vector axis = *std::max_element(covariance.begin(), covariance.end(),
-                                    [](const Vector& one, const Vector& other) {
-                                        return dot(one, one) < dot(other, other);
-                                    });
+    Vector axis =
+        *std::max_element(covariance.begin(), covariance.end(), [](const Vector& one, const Vector& other) {
+            return dot(one, one) < dot(other, other);
+        });
     for (int round = 0; round < 8; ++round) {
         const Vector next = {dot(covariance[0], axis), dot(covariance[1], axis), dot(covariance[2], axis)};
         const double length = std::sqrt(dot(next, next));
@@ -156,9 +156,10 @@ public:
                 return;
             }
         }
-        const auto place = std::upper_bound(
-            list.begin(), list.end(), fit,
-            [](const BlockFit& one, const BlockFit& other) { return one.error < other.error; });
+        const auto place =
+            std::upper_bound(list.begin(), list.end(), fit, [](const BlockFit& one, const BlockFit& other) {
+                return one.error < other.error;
+            });
         list.insert(place, fit);
         if (list.size() > limit) {
             list.pop_back();

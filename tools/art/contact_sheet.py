@@ -20,7 +20,7 @@ LIST = ROOT / "data" / "images_compressed.json5"
 FOLDER = ROOT / "docs" / "images"
 
 # Raise this when the layout changes: the sheets are then made again.
-LAYOUT_VERSION = 1
+LAYOUT_VERSION = 2
 
 # Pixels for one unit on 1920 by 1080; drawings have 100 of their own units for it.
 WORLD_SCALE = 130
@@ -47,13 +47,16 @@ class Page:
 
 PAGES = [
     Page("figures", {"People": "sand", "Weapons": "sand"}),
-    Page("beach", {"Beach": "sand", "Lying on the sand": "sand", "Plants and rocks": "sand", "Hints": "sand"}),
+    Page("beach", {"Beach": "sand", "Lying on the sand": "sand", "Plants and rocks": "sand",
+                   "Hints": "sand"}),
     Page("resort", {"Buildings": "sand", "Pier and boats": "sea"}),
     Page("background", {"Sky and sea": "sky", "Ground": "sand"}),
     Page("interface", {"Interface": "sky", "Letters": "sea"}),
 ]
 # Drawn in interface units; everything else is in world units.
 INTERFACE_GROUPS = {"Interface", "Letters"}
+# What must be told apart at a glance is also shown at half its size, as in a small window.
+HALF_SIZE_GROUPS = {"People", "Weapons"}
 
 
 @dataclass
@@ -83,15 +86,22 @@ def read_groups():
     return groups
 
 
-def make_item(drawing, heading):
+def make_item(drawing, heading, largest=1.0):
     scale = (INTERFACE_SCALE if heading in INTERFACE_GROUPS else WORLD_SCALE) / 100
     width, height = (side * scale for side in drawing.view_size())
     copies = 2 if drawing.tiling() else 1
-    shrink = min(1, LARGEST_WIDTH / (width * copies), LARGEST_HEIGHT / height)
+    shrink = min(largest, LARGEST_WIDTH / (width * copies), LARGEST_HEIGHT / height)
     label = drawing.key.removeprefix("Font/")
     if shrink < 1:
         label += f" (at {100 * shrink:.0f} %)"
     return Item(drawing, label, max(1, round(width * shrink)), max(1, round(height * shrink)), copies)
+
+
+def make_items(drawings, heading):
+    items = [make_item(drawing, heading) for drawing in drawings]
+    if heading in HALF_SIZE_GROUPS:
+        items += [make_item(drawing, heading, largest=0.5) for drawing in drawings]
+    return items
 
 
 def place(items, top):
@@ -116,11 +126,12 @@ def place(items, top):
 def page_svg(page, groups, drawings, show):
     body, top = [], 0
     for heading, background in page.groups.items():
-        items = [make_item(drawings[key], heading) for key in groups.get(heading, []) if key in drawings]
+        items = make_items([drawings[key] for key in groups.get(heading, []) if key in drawings], heading)
         if not items:
             continue
         bottom = place(items, top + HEADING_HEIGHT)
-        body.append(f'<rect y="{top}" width="{SHEET_WIDTH}" height="{bottom - top}" fill="url(#{background})"/>')
+        body.append(f'<rect y="{top}" width="{SHEET_WIDTH}" height="{bottom - top}" '
+                    f'fill="url(#{background})"/>')
         body.append(f'<text x="{MARGIN}" y="{top + 40}" font-size="30" font-weight="bold">{heading}</text>')
         for item, picture in zip(items, show(items)):
             for copy in range(item.copies):
@@ -149,7 +160,7 @@ def make_page(tool, page, groups, drawings):
         folder = Path(name)
 
         def show_one(item):
-            picture = item.drawing.key.replace("/", "-") + ".png"
+            picture = f"{item.drawing.key.replace('/', '-')}-{item.width}.png"
             subprocess.run([str(tool), "show", str(item.drawing.texture), str(item.width), str(item.height),
                             str(folder / picture)], check=True)
             return picture

@@ -8,7 +8,8 @@
 namespace dunkman {
 
 /// A DXT1 block as it lies in the file: two colours of 5, 6 and 5 bits and 16 two-bit indices, texel 0 (upper
-/// left) in the lowest bits. First colour > second: four opaque colours. Otherwise three, and index 3 is a hole.
+/// left) in the lowest bits. First colour > second: four opaque colours. Otherwise three, and index 3 is a
+/// hole.
 struct Dxt1Block {
     std::uint16_t firstColour = 0;
     std::uint16_t secondColour = 0;

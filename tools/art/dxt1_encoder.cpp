@@ -15,13 +15,9 @@ constexpr std::size_t refinedLines = 8;
 
 constexpr std::uint32_t holeIndex = 3;
 
-bool isInside(const BlockTexels& block, std::size_t texel) {
-    return ((block.inside >> texel) & 1) != 0;
-}
+bool isInside(const BlockTexels& block, std::size_t texel) { return ((block.inside >> texel) & 1) != 0; }
 
-bool isHole(const Rgba& texel) {
-    return texel.alpha < alphaCut;
-}
+bool isHole(const Rgba& texel) { return texel.alpha < alphaCut; }
 
 bool hasHole(const BlockTexels& block) {
     for (std::size_t texel = 0; texel < 16; ++texel) {
@@ -103,8 +99,8 @@ Dxt1Block writeBlock(const BlockTexels& block, const BlockFit& unordered) {
         if (isInside(block, texel) && isHole(value)) {
             index = holeIndex;
         } else if (isInside(block, texel) && !equalEnds) {
-            index = indexOfPlace(nearestOnLine(line, fit.parts, {value.red, value.green, value.blue}),
-                                 fit.parts);
+            index =
+                indexOfPlace(nearestOnLine(line, fit.parts, {value.red, value.green, value.blue}), fit.parts);
         }
         result.indices |= index << (2 * texel);
     }

@@ -8,9 +8,7 @@ namespace dunkman {
 
 namespace {
 
-int blocksFor(int texels) {
-    return (texels + 3) / 4;
-}
+int blocksFor(int texels) { return (texels + 3) / 4; }
 
 struct BlockHash {
     std::size_t operator()(const BlockTexels& block) const {
@@ -94,7 +92,8 @@ Picture decodePicture(int width, int height, std::span<const std::uint8_t> block
     std::size_t offset = 0;
     for (int top = 0; top < height; top += 4) {
         for (int left = 0; left < width; left += 4) {
-            const std::array<Rgba, 16> texels = decodeBlock(readBlock(blocks.subspan(offset, dxt1BlockBytes)));
+            const std::array<Rgba, 16> texels =
+                decodeBlock(readBlock(blocks.subspan(offset, dxt1BlockBytes)));
             offset += dxt1BlockBytes;
             for (int texel = 0; texel < 16; ++texel) {
                 const int x = left + texel % 4;

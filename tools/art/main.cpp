@@ -21,6 +21,7 @@ constexpr const char* usage =
     "dunkman-texture decode TEXTURE.dds LEVEL PICTURE.png\n"
     "dunkman-texture show TEXTURE.dds WIDTH HEIGHT PICTURE.png    as the game shows it at that size\n"
     "dunkman-texture measure PICTURE.png TEXTURE.dds              PSNR of level 0 and cut errors\n"
+    "dunkman-texture coverage TEXTURE.dds                         kept share of each level\n"
     "dunkman-texture compare ONE.dds OTHER.dds                    mean, largest difference, cut errors\n";
 
 struct BadUsage {};
@@ -105,6 +106,16 @@ int measure(const Arguments& arguments) {
     return 0;
 }
 
+int coverages(const Arguments& arguments) {
+    requireCount(arguments, 1);
+    const DdsTexture texture = readDdsTexture(arguments[0]);
+    for (int level = 0; level < static_cast<int>(texture.levels.size()); ++level) {
+        std::printf("%.4f ", coverage(decodeLevel(texture, level)));
+    }
+    std::printf("\n");
+    return 0;
+}
+
 int compareTextures(const Arguments& arguments) {
     requireCount(arguments, 2);
     const DdsTexture one = readDdsTexture(arguments[0]);
@@ -137,6 +148,9 @@ int run(Arguments arguments) {
     }
     if (command == "measure") {
         return measure(arguments);
+    }
+    if (command == "coverage") {
+        return coverages(arguments);
     }
     if (command == "compare") {
         return compareTextures(arguments);

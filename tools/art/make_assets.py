@@ -13,8 +13,8 @@ import built_list
 import contact_sheet
 from drawings import ROOT, TEXTURES, BadDrawing, all_drawings
 
-# How far a texture may be from a fresh one, since rasterisers differ by version: mean and largest difference of
-# a colour channel (0 to 255), and the share of texels that are cut in one and kept in the other.
+# How far a texture may be from a fresh one, since rasterisers differ by version: mean and largest difference
+# of a colour channel (0 to 255), and the share of texels that are cut in one and kept in the other.
 MEAN_BOUND = 0.5
 LARGEST_BOUND = 64
 CUT_BOUND = 0.005
@@ -102,7 +102,8 @@ def check_textures(tool, drawings):
             build_texture(tool, drawing, fresh)
             if fresh.read_bytes() == drawing.texture.read_bytes():
                 return "the same to the last byte"
-            mean, largest, cut = (float(word) for word in run([tool, "compare", fresh, drawing.texture]).split())
+            numbers = run([tool, "compare", fresh, drawing.texture]).split()
+            mean, largest, cut = (float(number) for number in numbers)
             note = f"mean {mean:.3f}, largest {largest:.0f}, cut differs {100 * cut:.3f} %"
             if mean > MEAN_BOUND or largest > LARGEST_BOUND or cut > CUT_BOUND:
                 raise BadDrawing(note)

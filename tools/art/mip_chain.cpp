@@ -15,8 +15,8 @@ std::ptrdiff_t coveredTexels(const Picture& picture) {
                          [](const Rgba& texel) { return texel.alpha >= alphaCut; });
 }
 
-/// The alpha from which on a texel is kept, so that as many are kept as wanted. Texels of equal alpha stand or
-/// fall together (a symmetric drawing stays so): whichever choice comes nearer to the wanted number.
+/// The alpha from which on a texel is kept, so that as many are kept as wanted. Texels of equal alpha stand
+/// or fall together (a symmetric drawing stays so): whichever choice comes nearer to the wanted number.
 float cutFor(const SoftPicture& soft, std::ptrdiff_t wanted) {
     std::vector<float> alphas;
     alphas.reserve(soft.texels.size());

@@ -16,8 +16,8 @@ struct Tiling {
 int mipLevelCount(int width, int height);
 
 /// All levels from the picture itself down to 1 by 1, cut out hard: every texel has alpha 0 (and is black) or
-/// 255. Each level covers the same share of its area as level 0, as near as its number of texels allows, and at
-/// least one texel if level 0 has any.
+/// 255. Each level covers the same share of its area as level 0, as near as its number of texels allows, and
+/// at least one texel if level 0 has any.
 std::vector<Picture> makeMipChain(const Picture& picture, Tiling tiling);
 
 /// The share of texels that is not cut away, 0 to 1.

@@ -7,7 +7,8 @@
 
 namespace dunkman {
 
-/// A texel between filters: colour 0 to 255 multiplied by alpha, alpha 0 to 1; the filter may overshoot a little.
+/// A texel between filters: colour 0 to 255 multiplied by alpha, alpha 0 to 1; the filter may overshoot a
+/// little.
 struct SoftTexel {
     float red = 0.0F;
     float green = 0.0F;

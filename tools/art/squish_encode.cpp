@@ -1,5 +1,5 @@
-// Writes level 0 of a picture with libsquish's iterated cluster fit, the best packaged encoder that we know of,
-// so that compare-encoders can set ours against it.
+// Writes level 0 of a picture with libsquish's iterated cluster fit, the best packaged encoder that we know
+// of, so that compare-encoders can set ours against it.
 
 #include "tools/art/dds_file.h"
 #include "tools/art/dxt1_picture.h"
