@@ -1,0 +1,171 @@
+#include "render/sprite.h"
+
+#include <gmock/gmock.h>
+
+#include "app/state/frame_state.h"
+#include "render/renderer_objects.h"
+#include "tests/render/sprite_scene.h"
+
+namespace dunkman {
+namespace {
+
+using testing::DoubleNear;
+using testing::ElementsAre;
+
+class SpriteDrawing : public testing::Test {
+protected:
+    ~SpriteDrawing() override { resetFrameState(); }
+
+    // One sprite of these properties, 3 wide and 4 high at (1, 2).
+    struct Sprite {
+        bool mirrorX = false;
+        bool mirrorY = false;
+        SpriteMode mode = SpriteMode::World;
+        Vec2 pivot = {0.5, 0.0};
+        Vec2 scale = {1.0, 1.0};
+        double angle = 0.0;
+        double zOffset = 0.0;
+    };
+
+    DrawnSprite draw(Sprite sprite) {
+        drawSprite(picture, sprite.mirrorX, sprite.mirrorY, sprite.mode, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {1.0, 2.0},
+                   {3.0, 4.0}, sprite.pivot, sprite.scale, sprite.angle, sprite.zOffset);
+        return scene.takeSprites().at(0);
+    }
+
+    SpriteScene scene;
+    const Texture2D picture = SpriteScene::texture(40, 16, 16);
+};
+
+TEST_F(SpriteDrawing, SetsStateProgramAndUniformsInThisOrderTheFirstTime) {
+    Vec2 pivot = {0.5, 0.0};
+    drawSprite(picture, false, true, SpriteMode::Interface, 0.5, 2.0, 0.25, 0.1, 0.2, 0.3, {1.0, 2.0}, {3.0, 4.0},
+               pivot, {1.0, 1.0}, 0.0, -0.75);
+    EXPECT_THAT(scene.gl.calls,
+                ElementsAre("glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glDepthMask(GL_TRUE)",
+                            "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)", "glUseProgram(1)",
+                            "glUniform1i(4, 0)", "glUniform4fv(1, 1, {-1.5, -0, 3, 4})",
+                            "glUniform4fv(2, 1, {1, 2, 1, -0})", "glUniform1uiv(3, 1, {10})",
+                            "glBindTextureUnit(0, 40)", "glBindSampler(0, 3)", "glUniform1fv(5, 1, {-0.75})",
+                            "glUniform3fv(6, 1, {0.5, 2, 0.25})", "glUniform3fv(7, 1, {0.1, 0.2, 0.3})",
+                            "glBindVertexArray(2)", "glDrawArrays(5, 0, 4)", // 5: GL_TRIANGLE_STRIP
+                            "glBindVertexArray(0)"));
+}
+
+TEST_F(SpriteDrawing, SendsNothingButItsValuesAfterwards) {
+    draw({});
+    Vec2 pivot;
+    drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
+               {1.0, 1.0}, 0.0, 0.0);
+    EXPECT_EQ(scene.gl.calls.size(), 11u);
+    EXPECT_EQ(scene.gl.calls.front(), "glUniform4fv(1, 1, {-0, -0, 1, 1})");
+}
+
+TEST_F(SpriteDrawing, NeverAsksTheDriverWhileDrawing) {
+    for (int sprite = 0; sprite < 3; ++sprite) {
+        Vec2 pivot;
+        drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
+                   {1.0, 1.0}, 0.0, 0.0);
+    }
+    for (const std::string& call : scene.gl.calls) {
+        EXPECT_NE(call.rfind("glGet", 0), 0u) << call;
+    }
+}
+
+TEST_F(SpriteDrawing, ScalesTheSizeBeforeThePivotTakesItsPart) {
+    EXPECT_THAT(draw({.pivot = {0.25, 0.5}, .scale = {2.0, 0.5}}).destMinAndSize, ElementsAre(-1.5, -1.0, 6.0, 2.0));
+}
+
+TEST_F(SpriteDrawing, MirroringAboutTheCentreLeavesTheRectangleInPlace) {
+    EXPECT_EQ(draw({.mirrorX = true, .pivot = {0.5, 0.5}}).destMinAndSize,
+              draw({.mirrorX = false, .pivot = {0.5, 0.5}}).destMinAndSize);
+}
+
+TEST_F(SpriteDrawing, MirroringMovesAPivotAtTheLeftToTheRight) {
+    EXPECT_THAT(draw({.mirrorX = true, .pivot = {0.0, 1.0}}).destMinAndSize, ElementsAre(-3.0, -4.0, 3.0, 4.0));
+}
+
+TEST_F(SpriteDrawing, WritesTheMirroredPivotBack) {
+    Vec2 pivot = {0.25, 0.5};
+    drawSprite(picture, true, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
+               {1.0, 1.0}, 0.0, 0.0);
+    EXPECT_EQ(pivot, (Vec2{0.75, 0.5}));
+}
+
+TEST_F(SpriteDrawing, KeepsThePivotWithoutMirroringAndWithMirrorYAlone) {
+    Vec2 pivot = {0.25, 0.5};
+    drawSprite(picture, false, true, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
+               {1.0, 1.0}, 0.0, 0.0);
+    EXPECT_EQ(pivot, (Vec2{0.25, 0.5}));
+}
+
+TEST_F(SpriteDrawing, SendsCosineAndSineOfTheClockwiseAngle) {
+    EXPECT_THAT(draw({.angle = 90.0}).posCosSin,
+                ElementsAre(1.0, 2.0, DoubleNear(0.0, 1e-12), DoubleNear(-1.0, 1e-12)));
+    EXPECT_THAT(draw({.angle = -30.0}).posCosSin,
+                ElementsAre(1.0, 2.0, DoubleNear(0.8660254, 1e-7), DoubleNear(0.5, 1e-7)));
+}
+
+TEST_F(SpriteDrawing, MeasuresAnglesWithTheGamesOwnPi) {
+    // With the nearest double to pi the cosine would be 6.123234e-17.
+    EXPECT_THAT(draw({.angle = 90.0}).posCosSin[2], DoubleNear(-1.034e-13, 1e-15));
+}
+
+TEST_F(SpriteDrawing, KeepsTheSignOfZero) {
+    const DrawnSprite sprite = draw({.pivot = {0.0, 0.0}, .angle = 0.0});
+    EXPECT_TRUE(std::signbit(sprite.destMinAndSize[0]));
+    EXPECT_TRUE(std::signbit(sprite.destMinAndSize[1]));
+    EXPECT_TRUE(std::signbit(sprite.posCosSin[3]));
+}
+
+TEST_F(SpriteDrawing, PacksModeAndMirroringIntoFlags) {
+    EXPECT_EQ(draw({}).flags, 0u);
+    EXPECT_EQ(draw({.mirrorX = true}).flags, 1u);
+    EXPECT_EQ(draw({.mirrorY = true}).flags, 2u);
+    EXPECT_EQ(draw({.mode = SpriteMode::Flat}).flags, 4u);
+    EXPECT_EQ(draw({.mirrorX = true, .mirrorY = true, .mode = SpriteMode::Interface}).flags, 11u);
+    EXPECT_EQ(draw({.mirrorY = true, .mode = SpriteMode::Loading}).flags, 14u);
+}
+
+TEST_F(SpriteDrawing, SendsTheDepthOffset) {
+    EXPECT_EQ(draw({.zOffset = -2.5}).zOffset, -2.5);
+}
+
+TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
+    rendererObjects.reset();
+    scene.gl.uniforms.pop_back(); // uTint
+    rendererObjects = std::make_unique<RendererObjects>(ShaderSourceSet{}, ShaderSourceSet{});
+    scene.gl.calls.clear();
+    Vec2 pivot;
+    drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
+               {1.0, 1.0}, 0.0, 0.0);
+    for (const std::string& call : scene.gl.calls) {
+        EXPECT_NE(call.rfind("glUniform3fv(7", 0), 0u);
+    }
+    EXPECT_EQ(scene.takeSprites().size(), 1u);
+}
+
+class ScreenProjection : public SpriteDrawing {
+protected:
+    std::string projectionAt(double aspect) {
+        aspectRatio = aspect;
+        rendererObjects->material.bind();
+        scene.gl.calls.clear();
+        setScreenProjection();
+        return scene.gl.calls.at(0);
+    }
+};
+
+TEST_F(ScreenProjection, IsEighteenWideWithDepthReversed) {
+    EXPECT_EQ(projectionAt(2.0), "glUniformMatrix4fv(0, 1, GL_FALSE, {0.11111111, 0, 0, 0, 0, 0.22222222, 0, 0, 0, 0, "
+                                 "-1, 0, 0, 0, -0, 1})");
+}
+
+TEST_F(ScreenProjection, RoundsTheHeightToAFloatBeforeHalvingIt) {
+    const float scaleY = 1.0f / (static_cast<float>(18.0 / (16.0 / 9.0)) * 0.5f);
+    EXPECT_EQ(scaleY, 1.0f / 5.0625f);
+    EXPECT_THAT(projectionAt(16.0 / 9.0), testing::HasSubstr("0, 0.19753087, 0"));
+}
+
+} // namespace
+} // namespace dunkman
