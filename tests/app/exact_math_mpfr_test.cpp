@@ -3,6 +3,7 @@
 #include "app/state/argument_reduction.h"
 #include "tools/math/mpfr_reference.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -103,6 +104,21 @@ INSTANTIATE_TEST_SUITE_P(ExactMath, EveryExactFunction, testing::ValuesIn(exact:
                          [](const testing::TestParamInfo<NamedFunction>& tested) {
                              return std::string(tested.param.name);
                          });
+
+// Else the arguments above would not test the second phase at all.
+TEST(ExactMathReferenceTable, HardArgumentsAreHardToRound) {
+    RandomBits random(seed());
+    for (const NamedFunction& named : exact::allFunctions()) {
+        double least = 0.5;
+        for (int count = 0; count < 2000; ++count) {
+            const double argument = exact::randomHardArgument(named.function, random);
+            if (!std::isnan(argument) && std::isnormal(named.compute(argument))) {
+                least = std::min(least, exact::distanceFromMiddle(named.function, argument));
+            }
+        }
+        EXPECT_LT(least, named.function == exact::Function::Tan ? 0x1p-20 : 0x1p-40) << named.name;
+    }
+}
 
 // Guards the table itself, which is all that is compared where MPFR is not at hand.
 TEST(ExactMathReferenceTable, HoldsTheResultsOfMpfr) {

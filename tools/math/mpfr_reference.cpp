@@ -64,6 +64,20 @@ int invert(Function function, Number& argument, const Number& result) {
     return 0;
 }
 
+// |f(x) - x| for a small positive x, by three terms of the series.
+double distanceFromArgument(Function function, double x) {
+    const double square = x * x;
+    const double cube = x * square;
+    switch (function) {
+    case Function::Sin:
+        return cube * (1.0 / 6.0 - square * (1.0 / 120.0 - square * (1.0 / 5040.0)));
+    case Function::Atan:
+        return cube * (1.0 / 3.0 - square * (1.0 / 5.0 - square * (1.0 / 7.0)));
+    default: // the tangent
+        return cube * (1.0 / 3.0 + square * (2.0 / 15.0 + square * (17.0 / 315.0)));
+    }
+}
+
 double asArgument(Function function, double value) {
     return function == Function::Tan ? static_cast<double>(static_cast<float>(value)) : value;
 }
@@ -133,6 +147,21 @@ double hardArgument(Function function, double nearResult) {
     return mpfr_get_d(argument.value, MPFR_RNDN);
 }
 
+double distanceFromMiddle(Function function, double argument) {
+    mpfr_set_emin(mpfr_get_emin_min());
+    mpfr_set_emax(mpfr_get_emax_max());
+    Number x(53);
+    Number y(160);
+    mpfr_set_d(x.value, argument, MPFR_RNDN);
+    evaluate(function, y, x);
+    mpfr_abs(y.value, y.value, MPFR_RNDN);
+    mpfr_mul_2si(y.value, y.value, formatOf(function).bits - mpfr_get_exp(y.value),
+                 MPFR_RNDN); // in last places
+    mpfr_frac(y.value, y.value, MPFR_RNDN);
+    mpfr_sub_d(y.value, y.value, 0.5, MPFR_RNDN);
+    return std::fabs(mpfr_get_d(y.value, MPFR_RNDN));
+}
+
 std::uint64_t RandomBits::next() {
     state += 0x9E3779B97F4A7C15u;
     std::uint64_t mixed = state;
@@ -185,12 +214,27 @@ double randomArgument(Function function, RandomBits& random) {
     return 0.0;
 }
 
+// A small x beside which f(x) - x is an odd multiple of half a last place of x, so that f(x) is close to a
+// middle.
+double hardSmallArgument(Function function, RandomBits& random) {
+    const bool isFloat = function == Function::Tan;
+    const int exponent =
+        isFloat ? -12 + static_cast<int>(random.next() % 6) : -26 + static_cast<int>(random.next() % 20);
+    const double lastPlace = std::ldexp(1.0, exponent - (isFloat ? 23 : 52));
+    double x = std::ldexp(1.0 + random.below1(), exponent);
+    const double wanted = (std::floor(distanceFromArgument(function, x) / lastPlace) + 0.5) * lastPlace;
+    for (int round = 0; round < 6; ++round) { // the distance grows with the cube of x
+        x += x * (wanted / distanceFromArgument(function, x) - 1.0) / 3.0;
+    }
+    return asArgument(function, x);
+}
+
 double randomHardArgument(Function function, RandomBits& random) {
-    const double small = random.scaled(-27, 26); // at most 1/2 in size
     const double besideOne = 1.0 - std::fabs(random.scaled(-53, 52));
     switch (function) {
     case Function::Sin:
-        return hardArgument(function, random.next() % 2 == 0 ? small : besideOne);
+        return random.next() % 2 == 0 ? hardSmallArgument(function, random)
+                                      : hardArgument(function, besideOne);
     case Function::Cos:
         return hardArgument(function, besideOne);
     case Function::Exp:
@@ -203,12 +247,14 @@ double randomHardArgument(Function function, RandomBits& random) {
             return hardArgument(function, 1.0 + random.scaled(-52, 51));
         }
     case Function::Atan:
-        return hardArgument(function, random.next() % 2 == 0
-                                          ? small
-                                          : 1.5707963267948966 - std::fabs(random.scaled(-50, 49)));
+        return random.next() % 2 == 0
+                   ? hardSmallArgument(function, random)
+                   : hardArgument(function, 1.5707963267948966 - std::fabs(random.scaled(-50, 49)));
     case Function::Tan:
-        return hardArgument(function,
-                            static_cast<double>(static_cast<float>(std::fabs(random.scaled(-12, 30)))));
+        return random.next() % 2 == 0
+                   ? hardSmallArgument(function, random)
+                   : hardArgument(function,
+                                  static_cast<double>(static_cast<float>(std::fabs(random.scaled(-12, 30)))));
     }
     return 0.0;
 }

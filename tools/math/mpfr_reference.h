@@ -25,6 +25,10 @@ double reference(Function function, double argument);
 // where rounding is hardest; NaN where there is none.
 double hardArgument(Function function, double nearResult);
 
+// How far the exact result lies from the middle between two values, in units of the last place: 0 to 1/2.
+// Only for normal results.
+double distanceFromMiddle(Function function, double argument);
+
 // Whole numbers evenly spread over 64 bits, the same on every machine (splitmix64).
 class RandomBits {
 public:
