@@ -1,0 +1,151 @@
+#include "app/main_loop.h"
+
+#include <cmath>
+
+#include "app/platform.h"
+#include "app/state/frame_state.h"
+#include "app/state/key_states.h"
+#include "render/gl.h"
+#include "tests/fakes/program_fixture.h"
+
+namespace dunkman {
+
+namespace {
+
+int viewports = 0;
+int viewportWidth = 0;
+int viewportHeight = 0;
+
+void countViewport(GLint, GLint, GLsizei width, GLsizei height) {
+    ++viewports;
+    viewportWidth = width;
+    viewportHeight = height;
+}
+
+class MainLoop : public ProgramFixture {
+protected:
+    void startWithProbe(InputMode mode) {
+        start(mode);
+        installProbe(ScreenId::Menu);
+    }
+
+    std::size_t stepsSoFar() const { return probe.log.size() / 2; }
+};
+
+TEST_F(MainLoop, SetsTheViewportOnceForASizeThatNeverChanges) {
+    startWithProbe(InputMode::Live);
+    viewports = 0;
+    glViewport = countViewport;
+    for (int i = 0; i < 5; ++i) {
+        iterateAfter(stepNanoseconds);
+    }
+    EXPECT_EQ(viewports, 1);
+    EXPECT_EQ(viewportWidth, 1920);
+    EXPECT_DOUBLE_EQ(aspectRatio, 1920.0 / 1080.0);
+}
+
+TEST_F(MainLoop, FollowsTheClientSize) {
+    startWithProbe(InputMode::Live);
+    viewports = 0;
+    glViewport = countViewport;
+    iterateAfter(stepNanoseconds);
+    simulated::machine.clientSize = {960, 540};
+    iterateAfter(stepNanoseconds);
+    simulated::machine.clientSize = {800, 540};
+    iterateAfter(stepNanoseconds);
+    EXPECT_EQ(viewports, 3);
+    EXPECT_EQ(viewportWidth, 800);
+    EXPECT_EQ(viewportHeight, 540);
+    EXPECT_DOUBLE_EQ(aspectRatio, 800.0 / 540.0);
+}
+
+TEST_F(MainLoop, KeepsItsAspectRatioWhileMinimised) {
+    startWithProbe(InputMode::Live);
+    iterateAfter(stepNanoseconds);
+    simulated::machine.clientSize = {0, 0};
+    iterateAfter(stepNanoseconds);
+    EXPECT_DOUBLE_EQ(aspectRatio, 1920.0 / 1080.0);
+    EXPECT_EQ(clientWidth, 1920u);
+}
+
+TEST_F(MainLoop, EscapeEndsItBeforeAnyStepRuns) {
+    startWithProbe(InputMode::Live);
+    press(keys::escape);
+    EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::Escape);
+    EXPECT_TRUE(probe.log.empty());
+    EXPECT_EQ(simulated::machine.bufferSwaps, 0);
+}
+
+TEST_F(MainLoop, HiddenWindowEndsItAfterTheSwap) {
+    startWithProbe(InputMode::Live);
+    simulated::machine.windowVisible = false;
+    EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::Hidden);
+    EXPECT_EQ(stepsSoFar(), 1u);
+    EXPECT_EQ(simulated::machine.bufferSwaps, 1);
+}
+
+TEST_F(MainLoop, LiveStepsOncePerIterationByTheRealTime) {
+    startWithProbe(InputMode::Live);
+    iterateAfter(20000000);
+    EXPECT_DOUBLE_EQ(frameDelta, 0.02);
+    iterateAfter(500000000);
+    EXPECT_DOUBLE_EQ(frameDelta, 0.5);
+    EXPECT_DOUBLE_EQ(elapsedTime, 0.52);
+    EXPECT_EQ(stepsSoFar(), 2u);
+}
+
+TEST_F(MainLoop, AnyModeWithoutANameActsAsLive) {
+    startWithProbe(static_cast<InputMode>(7));
+    iterateAfter(20000000);
+    EXPECT_DOUBLE_EQ(frameDelta, 0.02);
+    EXPECT_EQ(stepsSoFar(), 1u);
+}
+
+TEST_F(MainLoop, RecordStepsOncePerIterationByASixtieth) {
+    startWithProbe(InputMode::Record);
+    iterateAfter(1000000);
+    iterateAfter(2000000000);
+    EXPECT_EQ(stepsSoFar(), 2u);
+    EXPECT_EQ(frameDelta, 1.0 / 60.0);
+    EXPECT_DOUBLE_EQ(elapsedTime, 2.001);
+}
+
+TEST_F(MainLoop, ReplayCarriesTimeThatIsTooShortForAStep) {
+    startWithProbe(InputMode::Replay);
+    iterateAfter(10000000); // 10 ms
+    EXPECT_EQ(stepsSoFar(), 0u);
+    EXPECT_EQ(simulated::machine.bufferSwaps, 1);
+    iterateAfter(10000000); // 20 ms are due: one step, 3.33 ms carried
+    EXPECT_EQ(stepsSoFar(), 1u);
+    iterateAfter(13400000); // 16.73 ms are due
+    EXPECT_EQ(stepsSoFar(), 2u);
+}
+
+TEST_F(MainLoop, ReplayStepsThreeTimesAtMostAndDropsTheSurplus) {
+    startWithProbe(InputMode::Replay);
+    iterateAfter(1000000000); // a stall of a second: 60 steps would be due
+    EXPECT_EQ(stepsSoFar(), 3u);
+    // What is carried is fmod(1, 1/60), which is not 57 steps.
+    const double carried = std::fmod(1.0, 1.0 / 60.0);
+    const double enough = 1.0 / 60.0 - carried;
+    iterateAfter(static_cast<std::int64_t>(enough * 1.0e9) + 1000);
+    EXPECT_EQ(stepsSoFar(), 4u);
+    iterateAfter(1000000);
+    EXPECT_EQ(stepsSoFar(), 4u);
+}
+
+TEST_F(MainLoop, ElapsedTimeIsTheSameForAllStepsOfAnIteration) {
+    startWithProbe(InputMode::Replay);
+    static double seen[2] = {};
+    static int count = 0;
+    count = 0;
+    probe.onUpdate = [] { seen[count++ % 2] = elapsedTime; };
+    iterateAfter(40000000);
+    ASSERT_EQ(count, 2);
+    EXPECT_EQ(seen[0], 0.04);
+    EXPECT_EQ(seen[1], 0.04);
+}
+
+} // namespace
+
+} // namespace dunkman

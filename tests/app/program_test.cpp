@@ -1,0 +1,75 @@
+#include "app/program.h"
+
+#include "app/state/fatal.h"
+#include "render/image_table.h"
+#include "tests/fakes/program_fixture.h"
+
+namespace dunkman {
+
+namespace {
+
+class Program : public ProgramFixture {
+protected:
+    std::string startUpFault() {
+        try {
+            start(InputMode::Live);
+        } catch (const FatalError& error) {
+            return error.what();
+        }
+        return "no fault";
+    }
+};
+
+TEST_F(Program, StartsTheMachineInItsOrder) {
+    start(InputMode::Live);
+    EXPECT_EQ(simulated::machine.calls,
+              (std::vector<std::string>{"switchDisplayMode", "openWindow", "hideCursor", "createGlContext",
+                                        "loadGlFunctions", "setSwapInterval"}));
+}
+
+TEST_F(Program, StartsOnTheLoadingScreen) {
+    start(InputMode::Live);
+    EXPECT_TRUE(isCurrent(ScreenId::Loading));
+    EXPECT_EQ(screenTable.size(), screenCount);
+}
+
+TEST_F(Program, TimeCountsFromTheEndOfStartUp) {
+    simulated::machine.clockNanoseconds = 123456789;
+    start(InputMode::Live);
+    iterateAfter(1000000000);
+    EXPECT_DOUBLE_EQ(elapsedTime, 1.0);
+}
+
+TEST_F(Program, ShutDownForgetsTheTextures) {
+    start(InputMode::Live);
+    EXPECT_FALSE(imageTable.empty());
+    EXPECT_NE(glyphTable[25].name, 0u);
+    shutDown();
+    EXPECT_TRUE(imageTable.empty());
+    EXPECT_EQ(glyphTable[25].name, 0u);
+}
+
+TEST_F(Program, AMissingTextureStopsItWithTheNameOfTheFile) {
+    data.remove("AssetsCompressed/Font/Q.dds");
+    EXPECT_NE(startUpFault().find("AssetsCompressed/Font/Q.dds"), std::string::npos);
+}
+
+TEST_F(Program, AMissingShaderStopsItWithTheNameOfTheFile) {
+    data.remove("drawable_basic.frag");
+    EXPECT_NE(startUpFault().find("drawable_basic.frag"), std::string::npos);
+}
+
+TEST_F(Program, AnUnknownRecipeStopsItWithItsNameWhicheverScreenComesFirst) {
+    data.write("scene.json5", R"([{"recipe":"kraken"}])");
+    EXPECT_NE(startUpFault().find("kraken"), std::string::npos);
+}
+
+TEST_F(Program, ASceneWithoutHeroStopsTheGameInItsFirstStep) {
+    data.write("scene.json5", "[]");
+    start(InputMode::Live, ScreenId::Game);
+    EXPECT_THROW(iterateAfter(stepNanoseconds), FatalError);
+}
+
+} // namespace
+
+} // namespace dunkman
