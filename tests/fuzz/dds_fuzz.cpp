@@ -1,0 +1,26 @@
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+
+#include "app/state/fatal.h"
+#include "render/dds.h"
+
+// Any bytes are either refused with a message or a texture whose uploads all lie within its pixels.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace dunkman;
+    try {
+        const DdsImage image = parseDds(std::as_bytes(std::span(data, size)), "fuzz.dds");
+        const std::uint32_t storage = ddsStorageLevels(image.header);
+        if (storage == 0 || storage > image.header.mipMapCount) {
+            std::abort();
+        }
+        for (const DdsUpload& upload : ddsUploads(image.header)) {
+            if (upload.bytes == 0 || upload.offset + upload.bytes > image.pixels.size()) {
+                std::abort();
+            }
+        }
+    } catch (const FatalError&) {
+        // refused
+    }
+    return 0;
+}
