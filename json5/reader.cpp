@@ -308,6 +308,9 @@ void Json5Reader::parseArray(JsonValue& value) {
     char character = read();
     while (!failed() && character != ']') {
         pushBack();
+        if (value.arrayValue.capacity() == 0) {
+            value.arrayValue.reserve(2); // the many pairs of a scene fit just so
+        }
         parseValue(value.append());
         if (failed()) {
             return;

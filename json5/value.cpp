@@ -125,6 +125,7 @@ JsonValue& JsonMembers::operator[](std::string_view key) {
     }
     if (!table) {
         table = std::make_unique<Table>();
+        table->entries.reserve(maxMembersWithoutIndex); // one allocation for most objects
     }
     auto& entries = table->entries;
     entries.push_back(std::make_unique<JsonMember>());

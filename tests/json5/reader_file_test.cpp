@@ -55,8 +55,11 @@ TEST_F(Json5File, IsReadWholeAndByteForByte) {
     std::string text = "{a: [";
     std::string expected = "{\"a\":[";
     for (int number = 0; number < 50000; ++number) {
-        text += std::to_string(number) + ",\r\n";
-        expected += (number == 0 ? "" : ",") + std::to_string(number);
+        const std::string digits = std::to_string(number);
+        text += digits;
+        text += ",\r\n";
+        expected += number == 0 ? "" : ",";
+        expected += digits;
     }
     store(text + "], b: '\x1a\xff'}\n");
     Json5Report report;
