@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "render/sprite.h"
+
+namespace dunkman {
+
+// One call of drawSprite. The world tests bring their own drawSprite, which keeps its arguments here.
+struct DrawnSprite {
+    Texture2D texture;
+    bool mirrorX;
+    bool mirrorY;
+    SpriteMode mode;
+    double gamma, gain, saturation;
+    double tintR, tintG, tintB;
+    Vec2 position, size, pivot, scale;
+    double angle;
+    double zOffset;
+};
+
+extern std::vector<DrawnSprite> drawnSprites;
+
+} // namespace dunkman
