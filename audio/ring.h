@@ -28,6 +28,7 @@ public:
     // Takes the memory and starts all counters at `startPosition` (0, but for tests of the wrap), a multiple
     // of bytesPerFrame. Before any other call.
     CallResult allocate(std::uint32_t bytes, std::uint32_t startPosition = 0);
+    void release() { memory.release(); }
 
     // The size of the device's buffer, which every feed leaves room and sound for. Any thread.
     void setDeviceBuffer(std::uint32_t frames);

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include "audio/audio_system.h"
+#include "audio/ring.h"
+
+struct IAudioClient;
+
+namespace dunkman {
+
+// The output stream with its audio thread. Windows only. Held by two owners, the main thread and the audio
+// thread; the last one to let go frees everything, so that an audio thread which hangs inside the system
+// cannot keep the main thread from ending.
+class AudioOutput {
+public:
+    // Opens the default device and starts the audio thread. On failure nothing is held and `output` is null.
+    static CallResult start(AudioSystem& system, AudioOutput*& output);
+
+    // Stops the audio thread and frees everything, or leaves that to the thread if it does not answer in
+    // time. `output` is gone afterwards.
+    static void stop(AudioOutput* output);
+
+    AudioRing ring;
+
+private:
+    friend class WindowsAudioDevice;
+
+    explicit AudioOutput(AudioSystem& itsSystem) : system(itsSystem) {}
+    ~AudioOutput();
+
+    CallResult open();
+    CallResult startThread();
+    void letGo();
+    static unsigned long runThread(void* output);
+
+    AudioSystem& system;
+    IAudioClient* client = nullptr; // only the audio thread uses and replaces it between start and stop
+    void* event = nullptr;
+    void* thread = nullptr;
+    WaveFormat* format = nullptr;
+    std::uint32_t bufferFrames = 0;
+    std::atomic<std::uint32_t> stopRequested = 0;
+    std::atomic<int> owners = 1;
+};
+
+} // namespace dunkman

@@ -1,0 +1,122 @@
+#include "audio/audio_output.h"
+
+#include <windows.h>
+
+#include <audioclient.h>
+#include <avrt.h>
+
+#include "audio/playback.h"
+#include "audio/stream.h"
+#include "audio/windows_device.h"
+
+namespace dunkman {
+
+namespace {
+
+// A thread that is not caught in a call of the system ends within one or two milliseconds.
+constexpr unsigned threadMilliseconds = 80;
+
+} // namespace
+
+CallResult AudioOutput::start(AudioSystem& system, AudioOutput*& output) {
+    output = new AudioOutput(system);
+    CallResult result = output->open();
+    if (!result.failed()) {
+        result = output->startThread();
+    }
+    if (result.failed()) {
+        output->letGo();
+        output = nullptr;
+    }
+    return result;
+}
+
+CallResult AudioOutput::open() {
+    CallResult result = activateDefaultDevice(system, client);
+    if (result.failed()) {
+        return result;
+    }
+    format = system.allocateFormat();
+    if (format == nullptr) {
+        return {"CoTaskMemAlloc", E_OUTOFMEMORY};
+    }
+    *format = streamFormat;
+    result = initializeStream(*client, *format);
+    if (result.failed()) {
+        return result;
+    }
+    result = streamBufferFrames(*client, bufferFrames);
+    if (result.failed()) {
+        return result;
+    }
+    result = system.createEvent(event);
+    if (result.failed()) {
+        return result;
+    }
+    result = setStreamEvent(*client, event);
+    if (result.failed()) {
+        return result;
+    }
+    result = ring.allocate(AudioRing::sizeFor(format->averageBytesPerSecond));
+    ring.setDeviceBuffer(bufferFrames);
+    return result;
+}
+
+CallResult AudioOutput::startThread() {
+    owners = 2;
+    const CallResult result = system.startThread(runThread, this, thread);
+    if (result.failed()) {
+        owners = 1;
+    }
+    return result;
+}
+
+unsigned long AudioOutput::runThread(void* output) {
+    AudioOutput& self = *static_cast<AudioOutput*>(output);
+    AudioSystem& system = self.system;
+    DWORD taskIndex = 0;
+    const HANDLE task = AvSetMmThreadCharacteristicsW(L"Pro Audio", &taskIndex);
+    const bool hasCom = !system.initializeCom(true).failed();
+    {
+        WindowsAudioDevice device(self);
+        playRing(self.ring, device, self.bufferFrames, self.stopRequested);
+    }
+    if (task != nullptr) {
+        AvRevertMmThreadCharacteristics(task);
+    }
+    self.letGo();
+    if (hasCom) {
+        system.uninitializeCom();
+    }
+    return 0;
+}
+
+void AudioOutput::stop(AudioOutput* output) {
+    AudioSystem& system = output->system;
+    output->stopRequested.exchange(1);
+    system.setEvent(output->event);
+    system.waitForThread(output->thread, threadMilliseconds);
+    system.closeHandle(output->thread);
+    output->letGo();
+}
+
+void AudioOutput::letGo() {
+    if (owners.fetch_sub(1) == 1) {
+        delete this;
+    }
+}
+
+AudioOutput::~AudioOutput() {
+    if (event != nullptr) {
+        system.closeHandle(event);
+    }
+    ring.release();
+    if (format != nullptr) {
+        system.freeFormat(format);
+    }
+    if (client != nullptr) {
+        client->Release();
+    }
+}
+
+} // namespace dunkman

@@ -1,0 +1,215 @@
+#include "audio/decode.h"
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <windows.h>
+
+#include <mfapi.h>
+#include <mferror.h>
+#include <mfidl.h>
+#include <mfreadwrite.h>
+#include <objbase.h>
+
+#include "app/state/debug_output.h"
+#include "audio/call_result.h"
+#include "audio/com_handle.h"
+#include "audio/mp3_file.h"
+#include "audio/pcm_collector.h"
+#include "audio/wave_format.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr DWORD allStreams = static_cast<DWORD>(MF_SOURCE_READER_ALL_STREAMS);
+constexpr DWORD audioStream = static_cast<DWORD>(MF_SOURCE_READER_FIRST_AUDIO_STREAM);
+
+// Media Foundation resolves files through COM, which may or may not be initialised on this thread.
+class MediaFoundation {
+public:
+    MediaFoundation()
+        : hasCom(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))),
+          startup{"MFStartup", MFStartup(MF_VERSION, MFSTARTUP_LITE)} {}
+    ~MediaFoundation() {
+        if (!startup.failed()) {
+            MFShutdown();
+        }
+        if (hasCom) {
+            CoUninitialize();
+        }
+    }
+    MediaFoundation(const MediaFoundation&) = delete;
+    MediaFoundation& operator=(const MediaFoundation&) = delete;
+
+    bool hasCom;
+    CallResult startup;
+};
+
+// Mono at 48 kHz; not every system converts to that.
+CallResult requestFormat(IMFSourceReader& reader) {
+    ComHandle<IMFMediaType> type;
+    HRESULT code = MFCreateMediaType(type.receive());
+    if (FAILED(code)) {
+        return {"MFCreateMediaType", code};
+    }
+    code = MFInitMediaTypeFromWaveFormatEx(type.get(), reinterpret_cast<const WAVEFORMATEX*>(&decodedFormat),
+                                           sizeof decodedFormat);
+    if (FAILED(code)) {
+        return {"MFInitMediaTypeFromWaveFormatEx", code};
+    }
+    return {"IMFSourceReader::SetCurrentMediaType",
+            reader.SetCurrentMediaType(audioStream, nullptr, type.get())};
+}
+
+// 16-bit PCM in whatever rate and channels the file has.
+CallResult requestFormatOfFile(IMFSourceReader& reader) {
+    ComHandle<IMFMediaType> type;
+    HRESULT code = MFCreateMediaType(type.receive());
+    if (FAILED(code)) {
+        return {"MFCreateMediaType", code};
+    }
+    type->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
+    type->SetGUID(MF_MT_SUBTYPE, MFAudioFormat_PCM);
+    type->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, decodedFormat.bitsPerSample);
+    return {"IMFSourceReader::SetCurrentMediaType",
+            reader.SetCurrentMediaType(audioStream, nullptr, type.get())};
+}
+
+// Asks the reader what it really delivers.
+CallResult adoptFormat(IMFSourceReader& reader, PcmCollector& collector) {
+    constexpr const char* call = "IMFSourceReader::GetCurrentMediaType";
+    ComHandle<IMFMediaType> type;
+    const HRESULT code = reader.GetCurrentMediaType(audioStream, type.receive());
+    if (FAILED(code)) {
+        return {call, code};
+    }
+    GUID subtype = {};
+    UINT32 bits = 0;
+    UINT32 channels = 0;
+    UINT32 rate = 0;
+    type->GetGUID(MF_MT_SUBTYPE, &subtype);
+    type->GetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, &bits);
+    type->GetUINT32(MF_MT_AUDIO_NUM_CHANNELS, &channels);
+    type->GetUINT32(MF_MT_AUDIO_SAMPLES_PER_SECOND, &rate);
+    if (subtype != MFAudioFormat_PCM || bits != decodedFormat.bitsPerSample || channels == 0 || rate == 0) {
+        return {call, static_cast<std::int32_t>(MF_E_INVALIDMEDIATYPE)};
+    }
+    collector.setFormat(channels, rate);
+    return {};
+}
+
+CallResult appendSample(IMFSample& sample, PcmCollector& collector) {
+    ComHandle<IMFMediaBuffer> buffer;
+    HRESULT code = sample.ConvertToContiguousBuffer(buffer.receive());
+    if (FAILED(code)) {
+        return {"IMFSample::ConvertToContiguousBuffer", code};
+    }
+    BYTE* data = nullptr;
+    DWORD length = 0;
+    code = buffer->Lock(&data, nullptr, &length);
+    if (FAILED(code)) {
+        return {"IMFMediaBuffer::Lock", code};
+    }
+    collector.append(std::as_bytes(std::span(data, length)));
+    buffer->Unlock();
+    return {};
+}
+
+// Until the end of the file or the first failing call.
+CallResult readSamples(IMFSourceReader& reader, PcmCollector& collector) {
+    while (true) {
+        ComHandle<IMFSample> sample;
+        DWORD flags = 0;
+        const HRESULT code = reader.ReadSample(audioStream, 0, nullptr, &flags, nullptr, sample.receive());
+        if (FAILED(code)) {
+            return {"IMFSourceReader::ReadSample", code};
+        }
+        if ((flags & MF_SOURCE_READERF_ENDOFSTREAM) != 0) {
+            return {};
+        }
+        if ((flags & MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED) != 0) {
+            const CallResult adopted = adoptFormat(reader, collector);
+            if (adopted.failed()) {
+                return adopted;
+            }
+        }
+        if (sample.get() == nullptr) {
+            continue; // a gap in the stream, or only the change of format
+        }
+        const CallResult appended = appendSample(*sample.get(), collector);
+        if (appended.failed()) {
+            return appended;
+        }
+    }
+}
+
+CallResult decodeFile(const std::wstring& path, PcmCollector& collector) {
+    const MediaFoundation mediaFoundation;
+    if (mediaFoundation.startup.failed()) {
+        return mediaFoundation.startup;
+    }
+    ComHandle<IMFSourceReader> reader;
+    const HRESULT code = MFCreateSourceReaderFromURL(path.c_str(), nullptr, reader.receive());
+    if (FAILED(code)) {
+        return {"MFCreateSourceReaderFromURL", code};
+    }
+    reader->SetStreamSelection(allStreams, FALSE);
+    reader->SetStreamSelection(audioStream, TRUE);
+    if (requestFormat(*reader.get()).failed()) {
+        const CallResult requested = requestFormatOfFile(*reader.get());
+        if (requested.failed()) {
+            return requested;
+        }
+    }
+    const CallResult adopted = adoptFormat(*reader.get(), collector);
+    return adopted.failed() ? adopted : readSamples(*reader.get(), collector);
+}
+
+std::optional<std::vector<std::byte>> readFile(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary | std::ios::ate);
+    if (!stream.is_open()) {
+        return std::nullopt;
+    }
+    std::vector<std::byte> bytes(static_cast<std::size_t>(stream.tellg()));
+    stream.seekg(0);
+    stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return stream ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+std::string nameOf(const std::filesystem::path& path) {
+    const std::u8string name = path.u8string();
+    return std::string(name.begin(), name.end());
+}
+
+} // namespace
+
+MusicTrack decodeMusic(const std::wstring& path) {
+    const std::optional<std::vector<std::byte>> file = readFile(path);
+    if (!file) {
+        debugText("audio: " + nameOf(path) + " cannot be read: no music from it");
+        return {};
+    }
+    const Mp3Fault fault = examineMp3(*file);
+    if (fault != Mp3Fault::None) {
+        debugText("audio: " + nameOf(path) + " " + describe(fault) + ": no music from it");
+        return {};
+    }
+    PcmCollector collector;
+    const CallResult decoded = decodeFile(path, collector);
+    MusicTrack track;
+    track.samples = collector.take();
+    track.position = track.frameCount();
+    if (decoded.failed()) {
+        const std::string consequence = track.samples.empty() ? "no music from " : "not all music from ";
+        debugText(describe(decoded, (consequence + nameOf(path)).c_str()));
+    }
+    return track;
+}
+
+} // namespace dunkman

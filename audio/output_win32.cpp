@@ -1,0 +1,42 @@
+#include "app/state/debug_output.h"
+#include "audio/audio_output.h"
+#include "audio/fed_ring.h"
+#include "audio/output.h"
+
+namespace dunkman {
+
+namespace {
+
+AudioOutput* currentOutput = nullptr;
+bool hasCom = false;
+
+} // namespace
+
+void startAudio() {
+    stopAudio();
+    AudioSystem& system = windowsAudioSystem();
+    const CallResult initialized = system.initializeCom(false);
+    hasCom = !initialized.failed();
+    // Somebody else may have initialised COM in the other way; that serves as well, but is not ours to end.
+    const CallResult started = AudioOutput::start(system, currentOutput);
+    if (started.failed()) {
+        debugText(describe(started, "the game goes on in silence"));
+        stopAudio();
+        return;
+    }
+    fedRing = &currentOutput->ring;
+}
+
+void stopAudio() {
+    fedRing = nullptr;
+    if (currentOutput != nullptr) {
+        AudioOutput::stop(currentOutput);
+        currentOutput = nullptr;
+    }
+    if (hasCom) {
+        windowsAudioSystem().uninitializeCom();
+        hasCom = false;
+    }
+}
+
+} // namespace dunkman

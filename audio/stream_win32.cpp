@@ -1,0 +1,86 @@
+#include "audio/stream.h"
+
+#include <windows.h>
+
+#include <audioclient.h>
+#include <mmdeviceapi.h>
+
+#include "audio/com_handle.h"
+
+namespace dunkman {
+
+namespace {
+
+constexpr DWORD eventDriven = 0x00040000;             // AUDCLNT_STREAMFLAGS_EVENTCALLBACK
+constexpr DWORD convertPcm = 0x80000000;              // AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM
+constexpr DWORD convertAtDefaultQuality = 0x08000000; // AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY
+
+const WAVEFORMATEX* systemFormat(const WaveFormat& format) {
+    return reinterpret_cast<const WAVEFORMATEX*>(&format);
+}
+
+bool initializeWithShortestPeriod(IAudioClient& client, const WaveFormat& format) {
+    ComHandle<IAudioClient3> lowLatency;
+    if (FAILED(client.QueryInterface(__uuidof(IAudioClient3), lowLatency.receiveAny()))) {
+        return false;
+    }
+    UINT32 defaultFrames = 0;
+    UINT32 fundamentalFrames = 0;
+    UINT32 shortestFrames = 0;
+    UINT32 longestFrames = 0;
+    return SUCCEEDED(lowLatency->GetSharedModeEnginePeriod(
+               systemFormat(format), &defaultFrames, &fundamentalFrames, &shortestFrames, &longestFrames)) &&
+           SUCCEEDED(lowLatency->InitializeSharedAudioStream(eventDriven, shortestFrames,
+                                                             systemFormat(format), nullptr));
+}
+
+} // namespace
+
+CallResult activateDefaultDevice(AudioSystem& system, IAudioClient*& client) {
+    IMMDeviceEnumerator* created = nullptr;
+    const CallResult enumeratorResult = system.createEnumerator(created);
+    if (enumeratorResult.failed()) {
+        return enumeratorResult;
+    }
+    ComHandle<IMMDevice> device;
+    const HRESULT endpoint = created->GetDefaultAudioEndpoint(eRender, eConsole, device.receive());
+    created->Release();
+    if (FAILED(endpoint)) {
+        return {"IMMDeviceEnumerator::GetDefaultAudioEndpoint", endpoint};
+    }
+    ComHandle<IAudioClient2> activated;
+    const HRESULT activation =
+        device->Activate(__uuidof(IAudioClient2), CLSCTX_ALL, nullptr, activated.receiveAny());
+    if (FAILED(activation)) {
+        return {"IMMDevice::Activate", activation};
+    }
+    client = activated.detach();
+    return {};
+}
+
+CallResult initializeStream(IAudioClient& client, const WaveFormat& format) {
+    if (initializeWithShortestPeriod(client, format)) {
+        return {};
+    }
+    REFERENCE_TIME defaultPeriod = 0;
+    const HRESULT period = client.GetDevicePeriod(&defaultPeriod, nullptr);
+    if (FAILED(period)) {
+        return {"IAudioClient::GetDevicePeriod", period};
+    }
+    return {"IAudioClient::Initialize",
+            client.Initialize(AUDCLNT_SHAREMODE_SHARED, eventDriven | convertPcm | convertAtDefaultQuality,
+                              defaultPeriod, 0, systemFormat(format), nullptr)};
+}
+
+CallResult streamBufferFrames(IAudioClient& client, std::uint32_t& frames) {
+    UINT32 count = 0;
+    const HRESULT code = client.GetBufferSize(&count);
+    frames = count;
+    return {"IAudioClient::GetBufferSize", code};
+}
+
+CallResult setStreamEvent(IAudioClient& client, void* event) {
+    return {"IAudioClient::SetEventHandle", client.SetEventHandle(event)};
+}
+
+} // namespace dunkman

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "audio/audio_output.h"
+#include "audio/device.h"
+#include "audio/device_watch.h"
+
+struct IAudioRenderClient;
+
+namespace dunkman {
+
+// The output's stream as the audio thread plays it. Lives on that thread, which has COM initialised.
+class WindowsAudioDevice final : public AudioDevice {
+public:
+    explicit WindowsAudioDevice(AudioOutput& itsOutput);
+    ~WindowsAudioDevice();
+
+    CallResult open(std::uint32_t& bufferFrames) override;
+    CallResult start() override;
+    void close() override;
+    Wake wait(std::uint32_t milliseconds) override;
+    CallResult queuedFrames(std::uint32_t& frames) override;
+    CallResult acquireBuffer(std::uint32_t frames, std::byte*& data) override;
+    CallResult releaseBuffer(std::uint32_t frames, bool silent) override;
+    bool defaultDeviceChanged() override;
+    std::int64_t clockNanoseconds() override;
+
+private:
+    AudioOutput& output;
+    DeviceWatch watch;
+    IAudioRenderClient* render = nullptr;
+    bool isStarted = false;
+};
+
+} // namespace dunkman
