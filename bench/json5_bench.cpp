@@ -14,10 +14,8 @@ namespace {
 
 using namespace dunkman;
 
-constexpr std::size_t textSize = 4'000'000;
-
 // Entries as a scene has them: unquoted keys, names, positions, now and then a prefab and a comment.
-std::string sceneText() {
+std::string sceneText(std::size_t textSize) {
     std::mt19937_64 random(1);
     const auto coordinate = [&random] {
         std::string text = std::to_string(static_cast<double>(random() % 40000) / 1000.0 - 20.0);
@@ -35,7 +33,7 @@ std::string sceneText() {
     return text + "]\n";
 }
 
-std::string numberText() {
+std::string numberText(std::size_t textSize) {
     std::mt19937_64 random(2);
     std::string text = "[";
     while (text.size() < textSize) {
@@ -45,10 +43,11 @@ std::string numberText() {
     return text + "]\n";
 }
 
-std::string recordingText() {
+std::string recordingText(std::size_t textSize) {
     std::mt19937_64 random(3);
     JsonValue recording = JsonValue::makeArray();
-    for (int frame = 0; frame < 30000; ++frame) {
+    const int frames = static_cast<int>(textSize / 120);
+    for (int frame = 0; frame < frames; ++frame) {
         JsonValue& record = recording.append() = JsonValue::makeObject();
         record.member("frame") = JsonValue::makeInteger(frame);
         JsonValue& change = (record.member("newKeyStates") = JsonValue::makeArray()).append();
@@ -92,12 +91,14 @@ void writeText(benchmark::State& state, const std::string& text) {
     countBytes(state, size);
 }
 
-void readScene(benchmark::State& state) { readText(state, sceneText()); }
-void readNumbers(benchmark::State& state) { readText(state, numberText()); }
-void readRecording(benchmark::State& state) { readText(state, recordingText()); }
-void writeScene(benchmark::State& state) { writeText(state, sceneText()); }
-void writeNumbers(benchmark::State& state) { writeText(state, numberText()); }
-void writeRecording(benchmark::State& state) { writeText(state, recordingText()); }
+std::size_t sizeOf(const benchmark::State& state) { return static_cast<std::size_t>(state.range(0)); }
+
+void readScene(benchmark::State& state) { readText(state, sceneText(sizeOf(state))); }
+void readNumbers(benchmark::State& state) { readText(state, numberText(sizeOf(state))); }
+void readRecording(benchmark::State& state) { readText(state, recordingText(sizeOf(state))); }
+void writeScene(benchmark::State& state) { writeText(state, sceneText(sizeOf(state))); }
+void writeNumbers(benchmark::State& state) { writeText(state, numberText(sizeOf(state))); }
+void writeRecording(benchmark::State& state) { writeText(state, recordingText(sizeOf(state))); }
 
 void printHexFloats(benchmark::State& state) {
     std::mt19937_64 random(4);
@@ -116,12 +117,16 @@ void printHexFloats(benchmark::State& state) {
     countBytes(state, out.size());
 }
 
-BENCHMARK(readScene)->Unit(benchmark::kMillisecond);
-BENCHMARK(readNumbers)->Unit(benchmark::kMillisecond);
-BENCHMARK(readRecording)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeScene)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeNumbers)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeRecording)->Unit(benchmark::kMillisecond);
+// A file as the game has them, and one that no cache holds.
+constexpr std::int64_t ordinarySize = 64'000;
+constexpr std::int64_t hugeSize = 4'000'000;
+
+BENCHMARK(readScene)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
+BENCHMARK(readNumbers)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
+BENCHMARK(readRecording)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeScene)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeNumbers)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeRecording)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
 BENCHMARK(printHexFloats)->Unit(benchmark::kMicrosecond);
 
 } // namespace

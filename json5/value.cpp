@@ -1,5 +1,6 @@
 #include "json5/value.h"
 
+#include <bit>
 #include <utility>
 
 namespace dunkman {
@@ -52,10 +53,8 @@ JsonMembers::JsonMembers(const JsonMembers& other) {
     if (other.empty()) {
         return;
     }
-    table = std::make_unique<Table>();
-    table->entries.reserve(other.size());
-    for (const auto& entry : other.table->entries) {
-        table->entries.push_back(std::make_unique<JsonMember>(*entry));
+    for (const JsonMember& member : other) {
+        append(member.key).value = member.value;
     }
     table->slots = other.table->slots;
 }
@@ -71,39 +70,63 @@ JsonMember* JsonMembers::findMember(std::string_view key) const {
     if (!table) {
         return nullptr;
     }
-    const auto& entries = table->entries;
     if (table->slots.empty()) {
-        for (const auto& entry : entries) {
-            if (entry->key == key) {
-                return entry.get();
+        for (std::size_t number = 0; number < table->count; ++number) {
+            JsonMember& candidate = table->at(number);
+            if (candidate.key == key) {
+                return &candidate;
             }
         }
         return nullptr;
     }
     const std::size_t mask = table->slots.size() - 1;
     for (std::size_t slot = hashKey(key) & mask; table->slots[slot] != 0; slot = (slot + 1) & mask) {
-        JsonMember* candidate = entries[table->slots[slot] - 1].get();
-        if (candidate->key == key) {
-            return candidate;
+        JsonMember& candidate = table->at(table->slots[slot] - 1);
+        if (candidate.key == key) {
+            return &candidate;
         }
     }
     return nullptr;
 }
 
-// Rebuilds the index with at least twice as many slots as members.
-void JsonMembers::growIndex() {
-    const auto& entries = table->entries;
-    std::size_t slotCount = 4 * maxMembersWithoutIndex;
-    while (slotCount < 4 * entries.size()) {
-        slotCount *= 2;
+// A new member behind the others; the index is not told.
+JsonMember& JsonMembers::append(std::string_view key) {
+    if (!table) {
+        table = std::make_unique<Table>();
     }
-    table->slots.assign(slotCount, 0);
-    for (std::size_t number = 0; number < entries.size(); ++number) {
-        std::size_t slot = hashKey(entries[number]->key) & (slotCount - 1);
-        while (table->slots[slot] != 0) {
-            slot = (slot + 1) & (slotCount - 1);
-        }
-        table->slots[slot] = static_cast<std::uint32_t>(number + 1);
+    const std::size_t number = table->count;
+    if (number >= Table::firstSize && std::has_single_bit(number)) { // every block is full
+        table->blocks.push_back(std::make_unique<JsonMember[]>(number));
+    }
+    ++table->count;
+    JsonMember& member = table->at(number);
+    member.key = key;
+    return member;
+}
+
+// Enters a member into the index, which has a free slot.
+void JsonMembers::enterIndex(std::size_t number) {
+    const std::size_t mask = table->slots.size() - 1;
+    std::size_t slot = hashKey(table->at(number).key) & mask;
+    while (table->slots[slot] != 0) {
+        slot = (slot + 1) & mask;
+    }
+    table->slots[slot] = static_cast<std::uint32_t>(number + 1);
+}
+
+// Keeps at least twice as many slots as members, once there are enough members to be worth it.
+void JsonMembers::indexLast() {
+    const std::size_t count = table->count;
+    if (count <= maxMembersWithoutIndex) {
+        return;
+    }
+    if (2 * count <= table->slots.size()) {
+        enterIndex(count - 1);
+        return;
+    }
+    table->slots.assign(4 * std::bit_ceil(count), 0);
+    for (std::size_t number = 0; number < count; ++number) {
+        enterIndex(number);
     }
 }
 
@@ -123,26 +146,9 @@ JsonValue& JsonMembers::operator[](std::string_view key) {
     if (JsonMember* member = findMember(key)) {
         return member->value;
     }
-    if (!table) {
-        table = std::make_unique<Table>();
-        table->entries.reserve(maxMembersWithoutIndex); // one allocation for most objects
-    }
-    auto& entries = table->entries;
-    entries.push_back(std::make_unique<JsonMember>());
-    entries.back()->key = key;
-    if (2 * entries.size() > table->slots.size()) {
-        if (entries.size() > maxMembersWithoutIndex) {
-            growIndex();
-        }
-    } else {
-        const std::size_t mask = table->slots.size() - 1;
-        std::size_t slot = hashKey(key) & mask;
-        while (table->slots[slot] != 0) {
-            slot = (slot + 1) & mask;
-        }
-        table->slots[slot] = static_cast<std::uint32_t>(entries.size());
-    }
-    return entries.back()->value;
+    JsonValue& value = append(key).value;
+    indexLast();
+    return value;
 }
 
 void JsonMembers::clear() { table.reset(); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -38,22 +40,22 @@ public:
     JsonValue& operator[](std::string_view key);
 
     void clear();
-    std::size_t size() const { return table ? table->entries.size() : 0; }
+    std::size_t size() const;
     bool empty() const { return size() == 0; }
     Iterator begin() const;
     Iterator end() const;
 
 private:
-    // Kept behind a pointer because most values are no objects, and every value carries every field.
-    struct Table {
-        std::vector<std::unique_ptr<JsonMember>> entries;
-        std::vector<std::uint32_t> slots; // open addressing over entry number + 1; empty while members are few
-    };
+    struct Table;
 
     JsonMember* findMember(std::string_view key) const;
-    void growIndex();
+    JsonMember& append(std::string_view key);
+    void enterIndex(std::size_t number);
+    void indexLast();
 
-    std::unique_ptr<Table> table; // null while there are no members
+    // Behind a pointer because most values are no objects, and every value carries every field. Null while there are
+    // no members.
+    std::unique_ptr<Table> table;
 };
 
 // One value of a data file. A plain record, not a union: all fields are there always and `kind` says which one
@@ -115,26 +117,44 @@ struct JsonMember {
     JsonValue value;
 };
 
+// Members stand in blocks that never move: four here, then as many again with every further block. Few objects of
+// the game's files need a second allocation.
+struct JsonMembers::Table {
+    static constexpr std::size_t firstSize = 4;
+
+    JsonMember& at(std::size_t number) {
+        if (number < firstSize) {
+            return first[number];
+        }
+        const auto block = static_cast<std::size_t>(std::bit_width(number / firstSize)) - 1;
+        return blocks[block][number - (firstSize << block)]; // block b holds the numbers from 4 << b to 8 << b
+    }
+
+    std::array<JsonMember, firstSize> first;
+    std::vector<std::unique_ptr<JsonMember[]>> blocks;
+    std::size_t count = 0;
+    std::vector<std::uint32_t> slots; // open addressing over member number + 1; empty while members are few
+};
+
 class JsonMembers::Iterator {
 public:
-    explicit Iterator(const std::unique_ptr<JsonMember>* position) : entry(position) {}
-    const JsonMember& operator*() const { return **entry; }
-    const JsonMember* operator->() const { return entry->get(); }
+    Iterator(Table* walked, std::size_t position) : table(walked), number(position) {}
+    const JsonMember& operator*() const { return table->at(number); }
+    const JsonMember* operator->() const { return &table->at(number); }
     Iterator& operator++() {
-        ++entry;
+        ++number;
         return *this;
     }
     bool operator==(const Iterator& other) const = default;
 
 private:
-    const std::unique_ptr<JsonMember>* entry;
+    Table* table;
+    std::size_t number;
 };
 
-inline JsonMembers::Iterator JsonMembers::begin() const { return Iterator(table ? table->entries.data() : nullptr); }
-
-inline JsonMembers::Iterator JsonMembers::end() const {
-    return Iterator(table ? table->entries.data() + table->entries.size() : nullptr);
-}
+inline std::size_t JsonMembers::size() const { return table ? table->count : 0; }
+inline JsonMembers::Iterator JsonMembers::begin() const { return Iterator(table.get(), 0); }
+inline JsonMembers::Iterator JsonMembers::end() const { return Iterator(table.get(), size()); }
 
 // The deepest nesting of arrays and objects that the reader builds. It bounds the stack that reading, copying,
 // writing and destroying a value can need.
