@@ -66,6 +66,15 @@ def describe(score, found):
     return "\n".join(lines)
 
 
+def stem_table(score, stems):
+    """Loudness of each stem in each section, before the mix is mastered; empty where it is silent."""
+    lines = ["  " + " " * 12 + "".join(f"{section.name[:7]:>8}" for section in score.sections)]
+    for name, samples in stems.items():
+        levels = [level for _, _, level in section_loudness(score, samples)]
+        lines.append(f"  {name:12}" + "".join(f"{level:8.1f}" if level > -60 else " " * 8 for level in levels))
+    return "\n".join(lines)
+
+
 # Bounds for a fresh rendering by other versions of the same tools.
 LENGTH_BOUND = 0.1  # seconds
 LOUDNESS_BOUND = 0.5  # LU, whole piece

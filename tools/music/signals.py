@@ -138,17 +138,16 @@ def four_times(samples):
     return 4 * numpy.fft.irfft(wide, 4 * size)[:4 * len(samples)]
 
 
-def true_peak(samples):
-    return float(numpy.max(numpy.abs(four_times(samples))))
+def peaks_between(samples):
+    """For each sample, the highest level from it to the next one, in between included."""
+    return numpy.abs(four_times(samples)).reshape(-1, 4).max(axis=1)
 
 
-def limit(samples, ceiling, seconds=0.004, release=0.09):
-    """Keeps true peaks under the ceiling: looks ahead, ducks smoothly, lets go slowly."""
-    peaks = numpy.abs(four_times(samples)).reshape(-1, 4).max(axis=1)
+def limit(samples, peaks, ceiling, seconds=0.004, release=0.09):
+    """Keeps true peaks (see peaks_between) under the ceiling: looks ahead, ducks smoothly, lets go slowly."""
     needed = numpy.minimum(1.0, ceiling / numpy.maximum(peaks, 1e-9))
-    reach = int(seconds * RATE)
+    fast = smooth(lowest(needed, int(seconds * RATE)), int(seconds * RATE))
     slow = smooth(lowest(needed, int(release * RATE)), int(release * RATE))
-    fast = smooth(lowest(needed, reach), reach)
     return samples * numpy.minimum(fast, 0.5 * slow + 0.5)
 
 

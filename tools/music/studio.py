@@ -15,7 +15,7 @@ CEILING_DB = -1.6  # before encoding: an MP3 decodes to slightly higher peaks
 
 
 def frames_of(score):
-    """Samples before encoding. `frames` in a score counts MP3 frames as decoded, encoder delay and padding included."""
+    """Samples before encoding."""
     return int(round(score.setting("length") * RATE))
 
 
@@ -79,16 +79,19 @@ def ending(score, samples):
 
 def master(samples, folder, path):
     """Raises the mix to the target loudness under the ceiling, judged by what the MP3 decodes to."""
-    boost = TARGET_LUFS - signals.integrated_loudness(samples)
-    for _ in range(4):
-        limited = signals.limit(samples * signals.gain(boost), signals.gain(CEILING_DB))
+    peaks = signals.peaks_between(samples)
+    aim = TARGET_LUFS
+    boost = aim - signals.integrated_loudness(samples)
+    for _ in range(3):
+        for _ in range(3):  # the more is limited, the more is lost
+            factor = signals.gain(boost)
+            limited = signals.limit(samples * factor, peaks * factor, signals.gain(CEILING_DB))
+            boost += aim - signals.integrated_loudness(limited)
         encode(limited, folder, path)
-        decoded = signals.read_any(path)
-        miss = TARGET_LUFS - signals.integrated_loudness(decoded)
+        miss = TARGET_LUFS - signals.integrated_loudness(signals.read_any(path))
         if abs(miss) < 0.05:
-            break
-        boost += miss
-    return limited
+            return
+        aim += miss
 
 
 def encode(samples, folder, path):
