@@ -1,0 +1,82 @@
+// Plays the game's music without the game: for listening, and for measuring what reaches the sound device.
+//   sound-player [INTRO_SECONDS [GAME_SECONDS [STEPS_PER_SECOND [RUNS]]]]
+// Reads intro.mp3 and zombiegame.mp3 in the working directory, as the game does.
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <thread>
+
+#include "app/state/debug_output.h"
+#include "audio/fed_ring.h"
+#include "audio/music_selection.h"
+#include "audio/music_track.h"
+#include "audio/output.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+const Clock::time_point programStart = Clock::now();
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+void say(std::string_view text) {
+    std::printf("%8.3f %.*s\n", secondsSince(programStart), static_cast<int>(text.size()), text.data());
+    std::fflush(stdout);
+}
+
+double argumentOr(int count, char** arguments, int index, double otherwise) {
+    return index < count ? std::atof(arguments[index]) : otherwise;
+}
+
+// Feeds as the game's main loop does.
+void play(double seconds, double stepsPerSecond) {
+    const auto start = Clock::now();
+    const auto step =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1.0 / stepsPerSecond));
+    for (auto next = start; secondsSince(start) < seconds; next += step) {
+        std::this_thread::sleep_until(next);
+        dunkman::feedAudio();
+    }
+}
+
+} // namespace
+
+// The debugger output of this program.
+void dunkman::debugText(std::string_view line) { say(line); }
+
+int main(int count, char** arguments) {
+    using namespace dunkman;
+    const double introSeconds = argumentOr(count, arguments, 1, 5.0);
+    const double gameSeconds = argumentOr(count, arguments, 2, 10.0);
+    const double stepsPerSecond = argumentOr(count, arguments, 3, 60.0);
+    const int runs = static_cast<int>(argumentOr(count, arguments, 4, 1.0));
+    for (int run = 0; run < runs; ++run) {
+        auto start = Clock::now();
+        startAudio();
+        std::printf("start took %.1f ms, %s\n", 1000.0 * secondsSince(start), fedRing ? "sound" : "no sound");
+        start = Clock::now();
+        loadMusicTracks();
+        std::printf("decoding took %.1f ms: game %.3f s, intro %.3f s\n", 1000.0 * secondsSince(start),
+                    static_cast<double>(gameTrack.frameCount()) / 48000.0,
+                    static_cast<double>(introTrack.frameCount()) / 48000.0);
+        say("screen Intro");
+        musicSelection = MusicSelection::Intro;
+        play(introSeconds, stepsPerSecond);
+        say("screen Menu");
+        musicSelection = MusicSelection::Game;
+        play(gameSeconds, stepsPerSecond);
+        std::printf("positions: intro %.3f s, game %.3f s\n",
+                    static_cast<double>(introTrack.position) / 48000.0,
+                    static_cast<double>(gameTrack.position) / 48000.0);
+        start = Clock::now();
+        stopAudio();
+        std::printf("stop took %.1f ms\n", 1000.0 * secondsSince(start));
+        musicSelection = MusicSelection::None;
+    }
+    return 0;
+}
