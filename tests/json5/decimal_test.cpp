@@ -94,6 +94,13 @@ TEST(FloatFromLiteral, LongLiteralsCountEveryDigit) {
     EXPECT_EQ(textOf("1.0000000000000001111"), "0x1.0000000000001p+0");
 }
 
+// 2^64 + 2049 and 2^64 + 6143 lie in the middle of two extended numbers; what the first rounding makes of them is in
+// the middle of two doubles.
+TEST(FloatFromLiteral, RoundsAMiddleToTheEvenNeighbourBothTimes) {
+    EXPECT_EQ(textOf("18446744073709553665.0"), "0x1p+64");
+    EXPECT_EQ(textOf("18446744073709557759.0"), "0x1.0000000000002p+64");
+}
+
 std::string randomLiteral(std::mt19937_64& random) {
     std::string text = random() % 4 == 0 ? "-" : "";
     const auto digits = [&](std::size_t most) {
