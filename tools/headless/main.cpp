@@ -43,7 +43,11 @@ int runWith(const headless::Options& options) {
         throw headless::UsageError("--data: " + options.dataFolder + ": " + error.message());
     }
     simulated::makeStandardOutputBinary();
-    headless::run(options, std::move(keyScript), file ? file.get() : stdout);
+    std::FILE* const output = file ? file.get() : stdout;
+    headless::run(options, std::move(keyScript), [output](std::string_view text) {
+        std::fwrite(text.data(), 1, text.size(), output);
+        std::fflush(output);
+    });
     return 0;
 }
 

@@ -9,7 +9,6 @@
 #include "assets/catalog.h"
 #include "audio/output.h"
 #include "render/renderer.h"
-#include "tools/headless/trace.h"
 #include "tools/simulated/gl_sim.h"
 #include "tools/simulated/platform_sim.h"
 #include "world/world.h"
@@ -37,7 +36,7 @@ std::string_view runLoop(const Options& options, KeyScript& keyScript, std::int6
 
 } // namespace
 
-void run(const Options& options, KeyScript keyScript, std::FILE* output) {
+void run(const Options& options, KeyScript keyScript, const TraceSink& output) {
     resetProgram();
     machine.clientSize = options.size;
 

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <cstdio>
-
 #include "tools/headless/key_script.h"
 #include "tools/headless/options.h"
+#include "tools/headless/trace.h"
 
 namespace dunkman::headless {
 
 // Runs the program on the simulated machine in the current directory and prints its trace to `output`. Throws
 // FatalError when the game stops with a message.
-void run(const Options& options, KeyScript keyScript, std::FILE* output);
+void run(const Options& options, KeyScript keyScript, const TraceSink& output);
 
 // Frees everything and puts every process-wide value back, so that another run can follow.
 void resetProgram();

@@ -1,5 +1,7 @@
 #include "tools/headless/trace.h"
 
+#include <utility>
+
 #include "app/state/frame_state.h"
 #include "app/state/key_states.h"
 #include "json5/canonical.h"
@@ -39,7 +41,8 @@ void appendKeyCode(std::string& out, std::int32_t virtualKey) {
 
 } // namespace
 
-Trace::Trace(const Options& traceOptions, std::FILE* traceOutput) : options(traceOptions), output(traceOutput) {
+Trace::Trace(const Options& traceOptions, TraceSink traceOutput)
+    : options(traceOptions), output(std::move(traceOutput)) {
     if (options.traceDraws) {
         simulated::setDrawTrace([this](std::string_view line) {
             text += line;
@@ -103,8 +106,7 @@ void Trace::flushIfLarge() {
 }
 
 void Trace::flush() {
-    std::fwrite(text.data(), 1, text.size(), output);
-    std::fflush(output);
+    output(text);
     text.clear();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,11 +10,13 @@
 
 namespace dunkman::headless {
 
-// Prints what the options ask for while steps run. Lines end in LF on every platform.
+// Takes the trace piece by piece; a piece is any number of bytes, not a line. Lines end in LF on every platform.
+using TraceSink = std::function<void(std::string_view text)>;
+
+// Prints what the options ask for while steps run.
 class Trace final : public FrameObserver {
 public:
-    // `output` is written in binary mode and stays the caller's.
-    Trace(const Options& options, std::FILE* output);
+    Trace(const Options& options, TraceSink output);
     ~Trace();
     Trace(const Trace&) = delete;
     Trace& operator=(const Trace&) = delete;
@@ -31,8 +33,8 @@ private:
     void flush();
 
     const Options& options;
-    std::FILE* output;
-    std::string text; // printed but not yet written
+    TraceSink output;
+    std::string text; // printed but not yet handed on
     std::int64_t steps = 0;
     bool gameStepRuns = false; // the step in progress began on the game screen
 };
