@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/headless/key_script.h"
+#include "tools/recording/plan.h"
+
+namespace dunkman::recording {
+
+// A game played by a pilot on the simulated machine.
+struct Performance {
+    std::vector<headless::KeyEvent> events; // ascending by iteration
+    std::int64_t steps = 0;                 // on the game screen, the one in which the hero dies included
+    bool died = false;
+};
+
+// Called after each step on the game screen, with the world as it then stands; answers false to stop.
+using Watcher = std::function<bool(std::int64_t step, int planLine)>;
+
+// Plays the scene of the current directory by the plan, for at most `longest` steps. Leaves the world as the game
+// ended, until headless::resetProgram. `prepare` may change the world before the first step.
+Performance perform(const std::vector<Intention>& plan, std::int64_t longest, const Watcher& watch = {},
+                    const std::function<void()>& prepare = {});
+
+// The performance as a key script. A replay ends in the step of its last change, so the script has none after the
+// hero's death and always one in the very step of it: every step before is then shown.
+std::string keyScriptOf(const Performance& performance);
+
+} // namespace dunkman::recording

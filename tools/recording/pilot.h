@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "tools/recording/hands.h"
+#include "tools/recording/plan.h"
+
+namespace dunkman::recording {
+
+// Plays the game by a plan: looks at the world before each step and answers which keys are down in it. Always
+// decides the same for the same world.
+class Pilot {
+public:
+    explicit Pilot(std::vector<Intention> plan);
+
+    const std::set<std::int32_t>& keysForStep();
+
+    // All intentions are done; no key is wanted any more.
+    bool finished() const { return current >= plan.size(); }
+
+    // The line of the plan that is being followed, 0 when finished.
+    int line() const { return finished() ? 0 : plan[current].line; }
+
+private:
+    std::optional<Wish> wishFor(const Intention& intention); // nothing: done
+    std::optional<Wish> walkTo(double x, double y) const;
+    std::optional<Wish> face(double side) const;
+    std::optional<Wish> take(const Intention& intention);
+    std::optional<Wish> swing(const Intention& intention);
+    std::optional<Wish> snipe(double distance);
+    std::optional<Wish> fight(const Intention& intention);
+    bool fightIsOver(const Intention& intention) const;
+    void begin();
+
+    std::vector<Intention> plan;
+    std::size_t current = 0;
+    Hands hands;
+    // Since the current intention began
+    int steps = 0;
+    int attacks = 0;
+    std::size_t corpsesBefore = 0;
+    bool running = false; // makes room for a throw
+    bool wasBusy = false; // the weapon swung in the step before
+};
+
+} // namespace dunkman::recording
