@@ -87,7 +87,7 @@ std::string Expander::expandText(const std::string& path, const std::string& fil
 // ask for all memory.
 void Expander::append(std::string& output, std::string_view piece, const std::string& fileName) {
     if (piece.size() > maxExpandedShaderBytes - output.size()) {
-        fatal("The shader file \"" + fileName + "\" grows beyond 16 MiB with its includes.");
+        fatal("The shader file \"" + fileName + "\" grows beyond 1 MiB with its includes.");
     }
     output.append(piece);
 }

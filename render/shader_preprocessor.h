@@ -18,7 +18,7 @@ std::string readTextFile(const std::string& path);
 // without closing quote, an include cycle, or when the result grows past maxExpandedShaderBytes.
 std::string preprocessShaderFile(const std::string& path);
 
-inline constexpr std::size_t maxExpandedShaderBytes = 16u << 20u;
+inline constexpr std::size_t maxExpandedShaderBytes = 1u << 20u;
 
 // Expanded texts of one preprocessing run, by path as formed: including file, backslash, two dots, backslash, name.
 using IncludeCache = std::unordered_map<std::string, std::string>;

@@ -19,8 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     const auto readFile = [&files](const std::string& path) {
-        const auto index = static_cast<std::size_t>(path.back() - 'a');
-        return path.size() == 1 && path >= "a" && index < files.size() ? files[index] : std::string("unknown");
+        const std::size_t index = path.size() == 1 && path >= "a" ? static_cast<std::size_t>(path[0] - 'a') : files.size();
+        return index < files.size() ? files[index] : std::string("unknown");
     };
     try {
         IncludeCache cache;
