@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+"""Rules of the sources that no compiler checks. Prints every place that breaks one; exit status 1 if there is any."""
+
+import os
+import re
+import subprocess
+import sys
+
+# A folder may include those listed with it and itself. "app" is the shell; "app/state" is what everybody reads.
+MAY_INCLUDE = {
+    "app/state": [],
+    "json5": ["app/state"],
+    "audio": ["app/state"],
+    "render": ["app/state"],
+    "assets": ["app/state", "json5", "render", "world"],  # registry and scene loader know the family
+    "world": ["app/state", "json5", "render", "assets"],
+    "screens": ["app/state", "json5", "render", "assets", "world", "audio"],
+    "app": ["app/state", "json5", "render", "assets", "world", "audio", "screens"],
+}
+SYSTEM_HEADERS = re.compile(
+    r'#include <(windows|windowsx|winuser|mmdeviceapi|audioclient|avrt|mf\w+|objbase|wrl\S*|GL/\S+|unistd|sys/\S+)(\.h)?>', re.I)
+LONGEST_FILE = 450  # lines; a longer one has more than one subject
+
+
+def folder_of(path):
+    if path.startswith("app/state/"):
+        return "app/state"
+    return path.split("/")[0]
+
+
+def includes(text):
+    return re.findall(r'^\s*#include "([^"]+)"', text, re.M)
+
+
+def find_circle(graph):
+    done, path = set(), []
+
+    def visit(node):
+        if node in path:
+            return path[path.index(node):] + [node]
+        if node in done:
+            return None
+        path.append(node)
+        for target in graph.get(node, []):
+            circle = visit(target)
+            if circle:
+                return circle
+        path.pop()
+        done.add(node)
+        return None
+
+    for node in graph:
+        circle = visit(node)
+        if circle:
+            return circle
+    return None
+
+
+def main():
+    faults = []
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "*.h", "*.cpp"], capture_output=True,
+                            text=True, check=True).stdout.split()
+    files = [path for path in listed if os.path.exists(path)]
+    graph = {}
+    for path in files:
+        with open(path, encoding="utf-8") as file:
+            text = file.read()
+        graph[path] = includes(text)
+        if path.endswith(".h") and not text.lstrip().startswith("#pragma once"):
+            faults.append(f"{path}: a header starts with #pragma once")
+        if "\t" in text or "\r" in text:
+            faults.append(f"{path}: tabs or carriage returns")
+        if text.count("\n") > LONGEST_FILE:
+            faults.append(f"{path}: {text.count(chr(10))} lines; which second subject moved in?")
+        if SYSTEM_HEADERS.search(text) and not re.search(r"_(win32|posix|sim)\.(h|cpp)$", path):
+            faults.append(f"{path}: includes {SYSTEM_HEADERS.search(text).group(0)} without the suffix _win32")
+        folder = folder_of(path)
+        if folder in MAY_INCLUDE:
+            for target in graph[path]:
+                if folder_of(target) != folder and folder_of(target) not in MAY_INCLUDE[folder]:
+                    faults.append(f"{path}: {folder}/ may not include {target}")
+            if re.search(r"#\s*if(def|ndef)?\b.*\b(_WIN32|__linux__|_MSC_VER)\b", text) and "_win32" not in path:
+                faults.append(f"{path}: a platform #ifdef in the core")
+    circle = find_circle(graph)
+    if circle:
+        faults.append("a circle of includes: " + " -> ".join(circle))
+    print("\n".join(faults) if faults else f"{len(files)} files, no fault")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
