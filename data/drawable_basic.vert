@@ -30,9 +30,10 @@ float sortingDepth(float depth, bool isOverlay) {
         // health display a hundredth of it.
         sorted = uViewProjection[2][2] * depth + uViewProjection[3][2];
     } else if (isOverlay) {
-        sorted = -depth;
+        // Between the world and the health display, which is close to 0.
+        sorted = 0.1 - clamp(depth, -1.0, 1.0) * 0.009;
     } else {
-        // From about 0.1 to 0.9: overlays and the health display, both close to 0, come in front of the world.
+        // From above 0.109 to below 0.891.
         sorted = 0.5 - clamp(depth, -depthRange, depthRange) * depthScale;
     }
     return clamp(sorted, nearest, farthest);
