@@ -53,7 +53,7 @@ def section_loudness(score, samples):
     return result
 
 
-def describe(score, found):
+def describe(found):
     bands = ", ".join(f"{low}-{high} Hz {level:.1f}" for (low, high), level in zip(BANDS, found["bands"]))
     lines = [
         f"  {found['seconds']:.3f} s ({found['decodedSeconds']:.3f} s with the encoder's padding), "

@@ -44,10 +44,11 @@ def perform_part(score, part):
     touch = part.number("touch", 4)
     lay = part.number("lay", 0) / 1000  # seconds behind the beat
     sustain = part.number("sustain", 0.95)
+    swing = part.number("swing", score.setting("swing"))
     played, bends = [], []
     for note in part.notes:
-        start = score.seconds_of(note.start) + lay + chance.gauss(0, sway)
-        end = score.seconds_of(note.start + note.length) + lay
+        start = score.seconds_of(note.start, swing) + lay + chance.gauss(0, sway)
+        end = score.seconds_of(note.start + note.length, swing) + lay
         sounding = start + (end - start) * (0.5 if "'" in note.marks else sustain)
         if part.flag("ring"):
             sounding = end + part.number("tail", 0.6)
@@ -71,10 +72,13 @@ def perform_part(score, part):
     controls = vibrato(part, score)
     tunes = [float(cents) for cents in part.options.get("tune", "0").split(",")]
     bends += wow(part, score)
+    programs = [int(part.number("program"))] + ([int(part.number("double"))] if "double" in part.options else [])
+    voices = [(program, tune) for program in programs for tune in tunes]
     return [
-        Track(int(part.number("program")), int(part.number("bank")), part.options.get("kind") == "drums", tune,
-              [Played(p.start + 0.011 * index, p.end, p.key, p.velocity) for p in played], bends, controls)
-        for index, tune in enumerate(tunes)
+        Track(program, int(part.number("bank")), part.options.get("kind") == "drums", tune,
+              [Played(p.start + 0.011 * (index % len(tunes)), p.end, p.key,
+                      soften(p.velocity - (0 if program == programs[0] else 10))) for p in played], bends, controls)
+        for index, (program, tune) in enumerate(voices)
     ]
 
 

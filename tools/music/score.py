@@ -61,7 +61,7 @@ class Section:
 class Score:
     def __init__(self, path):
         self.path = path
-        self.settings = {"swing": "0.5", "pickup": "0", "metre": "4", "seed": "1"}
+        self.settings = {"swing": "0.5", "pickup": "0", "metre": "4", "seed": "1", "lead": "0"}
         self.parts = {}
         self.stems = {}
         self.sections = []
@@ -85,10 +85,10 @@ class Score:
         """Start of a bar, bar 1 being the first whole one."""
         return self.setting("pickup") + (bar - 1) * self.setting("metre")
 
-    def seconds_of(self, beat):
+    def seconds_of(self, beat, swing=None):
         """When a written beat sounds: swing moves the middle of each beat."""
         whole, part = divmod(beat, 1.0)
-        swing = self.setting("swing")
+        swing = self.setting("swing") if swing is None else swing
         part = part * 2 * swing if part < 0.5 else swing + (part - 0.5) * 2 * (1 - swing)
         return (whole + part) * 60 / self.setting("tempo")
 

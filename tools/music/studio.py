@@ -19,8 +19,8 @@ def frames_of(score):
     return int(round(score.setting("length") * RATE))
 
 
-def render_stems(score, folder, only=None):
-    names = [name for name in score.stems if not only or name in only]
+def render_stems(score, folder):
+    names = list(score.stems)
     with ThreadPoolExecutor(max_workers=2) as pool:
         rendered = pool.map(lambda name: render_stem(score, name, folder), names)
     return dict(zip(names, rendered))
@@ -67,7 +67,9 @@ def mix(score, stems):
 
 
 def ending(score, samples):
-    """Lets the last sound die to true silence: `fade` gives the seconds at which it starts and ends."""
+    """Lets the last sound die to true silence: `fade` gives the seconds at which it starts and ends. `lead` is
+    the silence before the first beat, so that a loop's seam does not lie on its attack."""
+    samples = fit(numpy.pad(samples, (int(score.setting("lead") * RATE), 0)), len(samples))
     start, end = (int(float(word) * RATE) for word in score.settings["fade"].split())
     curve = numpy.ones(len(samples))
     curve[start:end] = 0.5 + 0.5 * numpy.cos(numpy.linspace(0, numpy.pi, end - start))
@@ -100,8 +102,8 @@ def encode(samples, folder, path):
     signals.run(["lame", "--quiet", "-m", "m", "--cbr", "-b", "144", "-q", "0", "--noreplaygain", wav, path])
 
 
-def render(score, folder, path, only=None):
-    stems = render_stems(score, folder, only)
+def render(score, folder, path):
+    stems = render_stems(score, folder)
     mixed = mix(score, stems)
     master(mixed, folder, path)
     return stems
