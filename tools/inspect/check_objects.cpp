@@ -15,8 +15,7 @@ namespace dunkman::inspect {
 
 namespace {
 
-// Recipes that arenas spawn by name.
-constexpr std::array<std::string_view, 4> requiredRecipes = {"zombie", "weakZombie", "zombie2HpFast", "zombieBanana"};
+constexpr std::array<std::string_view, 4> arenaRecipes = {"zombie", "weakZombie", "zombie2HpFast", "zombieBanana"};
 
 // Members of an entry that are no properties of the object it makes.
 constexpr std::array<std::string_view, 2> recipeEntryMembers = {"recipe", "tag"};
@@ -73,11 +72,7 @@ public:
             }
             checkProperties("recipes.json5", name, recipe.value, *type);
         }
-        for (const std::string_view name : requiredRecipes) {
-            if (recipeType("recipes.json5", std::string(name)) != ObjectType::Zombie && recipes.contains(name)) {
-                faults.add("recipes.json5", "recipe \"" + std::string(name) + "\": arenas need a Zombie from it.");
-            }
-        }
+        checkArenaRecipes();
     }
 
     void checkPrefabs() {
@@ -112,6 +107,22 @@ public:
     }
 
 private:
+    // Arenas spawn by names that stand in no data file.
+    void checkArenaRecipes() {
+        bool hasArena = false;
+        for (const JsonMember& recipe : recipes.objectValue) {
+            hasArena = hasArena || typeFromName(recipe.value.get("_type").stringValue) == ObjectType::Arena;
+        }
+        for (const std::string_view name : arenaRecipes) {
+            const JsonValue* recipe = recipes.find(name);
+            if (recipe == nullptr && hasArena) {
+                faults.add("recipes.json5", "There is no recipe \"" + std::string(name) + "\", which arenas spawn.");
+            } else if (recipe != nullptr && typeFromName(recipe->get("_type").stringValue) != ObjectType::Zombie) {
+                faults.add("recipes.json5", "recipe \"" + std::string(name) + "\": arenas need a Zombie from it.");
+            }
+        }
+    }
+
     static constexpr int maxDepth = 32; // of nested prefabs, against cycles
 
     static bool accepts(const JsonValue& field, const JsonValue& value) {

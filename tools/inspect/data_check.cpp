@@ -2,6 +2,8 @@
 
 #include <exception>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include "json5/reader.h"
 #include "tools/inspect/faults.h"
@@ -10,13 +12,23 @@ namespace dunkman::inspect {
 
 namespace {
 
-// Whether the file was read up to a sound end: code 5 also stands for a file that ends right behind its value.
-bool isSound(const Json5Report& report, const JsonValue& value) {
-    if (report.code == Json5Error::None) {
-        return true;
+std::string readText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// A sound file that ends right behind its value reports the end as one that ends too early does. Only in the sound one
+// a space behind the text makes the report vanish.
+bool isSound(const Json5Report& report, const std::string& path) {
+    if (report.code != Json5Error::EndOfInput) {
+        return report.code == Json5Error::None;
     }
-    return report.code == Json5Error::EndOfInput && report.message.empty() &&
-           (value.kind == JsonKind::Array || value.kind == JsonKind::Object) && report.position.characters > 0;
+    Json5Report spaced;
+    JsonValue ignored;
+    parseDocument(readText(path) + ' ', spaced, ignored);
+    return spaced.code == Json5Error::None;
 }
 
 std::string describe(const Json5Report& report) {
@@ -66,7 +78,7 @@ JsonValue readDataFile(const std::string& path, JsonKind wantedTop, Faults& faul
         faults.add(path, std::string("A number does not fit: ") + error.what() + '.');
         return {};
     }
-    if (!isSound(report, value)) {
+    if (!isSound(report, path)) {
         faults.add(path + ':' + std::to_string(report.position.line + 1) + ':' +
                        std::to_string(report.position.column + 1),
                    describe(report));
