@@ -33,13 +33,19 @@ double argumentOr(int count, char** arguments, int index, double otherwise) {
     return index < count ? std::atof(arguments[index]) : otherwise;
 }
 
-// Feeds as the game's main loop does.
+// Feeds as the game's main loop does, and tells of its own stalls: after 100 ms the device has nothing to
+// play.
 void play(double seconds, double stepsPerSecond) {
     const auto start = Clock::now();
     const auto step =
         std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1.0 / stepsPerSecond));
+    auto lastFeed = start;
     for (auto next = start; secondsSince(start) < seconds; next += step) {
         std::this_thread::sleep_until(next);
+        if (const double gap = secondsSince(lastFeed); gap > 0.1) {
+            std::printf("fed after %.0f ms\n", 1000.0 * gap);
+        }
+        lastFeed = Clock::now();
         dunkman::feedAudio();
     }
 }
@@ -58,12 +64,14 @@ int main(int count, char** arguments) {
     for (int run = 0; run < runs; ++run) {
         auto start = Clock::now();
         startAudio();
+        const auto audioStart = Clock::now();
         std::printf("start took %.1f ms, %s\n", 1000.0 * secondsSince(start), fedRing ? "sound" : "no sound");
         start = Clock::now();
         loadMusicTracks();
         std::printf("decoding took %.1f ms: game %.3f s, intro %.3f s\n", 1000.0 * secondsSince(start),
                     static_cast<double>(gameTrack.frameCount()) / 48000.0,
                     static_cast<double>(introTrack.frameCount()) / 48000.0);
+        feedAudio(); // the time spent on decoding is none of the music's
         say("screen Intro");
         musicSelection = MusicSelection::Intro;
         play(introSeconds, stepsPerSecond);
@@ -73,6 +81,13 @@ int main(int count, char** arguments) {
         std::printf("positions: intro %.3f s, game %.3f s\n",
                     static_cast<double>(introTrack.position) / 48000.0,
                     static_cast<double>(gameTrack.position) / 48000.0);
+        if (fedRing != nullptr) {
+            // Since the start: what the device took of the ring, beside the time that has passed.
+            std::printf("device took %.3f s of sound in %.3f s\n",
+                        static_cast<double>(fedRing->counters().readPosition) / AudioRing::bytesPerFrame /
+                            48000.0,
+                        secondsSince(audioStart));
+        }
         start = Clock::now();
         stopAudio();
         std::printf("stop took %.1f ms\n", 1000.0 * secondsSince(start));
