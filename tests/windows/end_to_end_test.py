@@ -4,7 +4,7 @@
     end_to_end_test.py FOLDER      FOLDER holds dunkman.exe, dunkman-live.exe and dunkman-record.exe
 
 Needs a display, Wine and xdotool; tools/with-desktop brings them up. Each program runs in a copy of the data directory
-with a short scene: a hero with one heart left and a zombie beside him.
+with a short scene: a hero with few hearts left and a zombie beside him.
 """
 
 import json
@@ -133,7 +133,7 @@ class EndToEnd(unittest.TestCase):
             time.sleep(0.3)
 
     def test_a_game_that_was_recorded_replays_to_the_same_end(self):
-        record = self.start("dunkman-record.exe", health=0)
+        record = self.start("dunkman-record.exe", health=2)
         self.skip_to_menu(record)
         record.wait_for_screen("Game")
         record.hold("w", 0.7)
@@ -145,7 +145,7 @@ class EndToEnd(unittest.TestCase):
         self.assertIn((KEY_CODES["w"], RELEASED), changes)
         self.assertIn((KEY_CODES["d"], PRESSED), changes)
 
-        replay = self.start("dunkman.exe", health=0, recording=saved)
+        replay = self.start("dunkman.exe", health=2, recording=saved)
         self.skip_to_menu(replay)
         self.assertEqual(replay.wait_for_end(), 0)
         self.assertEqual(replay.screens()[-3:], ["Game", "GameOver", "Credits"])
