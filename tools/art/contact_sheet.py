@@ -20,7 +20,7 @@ LIST = ROOT / "data" / "images_compressed.json5"
 FOLDER = ROOT / "docs" / "images"
 
 # Raise this when the layout changes: the sheets are then made again.
-LAYOUT_VERSION = 2
+LAYOUT_VERSION = 3
 
 # Pixels for one unit on 1920 by 1080; drawings have 100 of their own units for it.
 WORLD_SCALE = 130
@@ -55,6 +55,8 @@ PAGES = [
 ]
 # Drawn in interface units; everything else is in world units.
 INTERFACE_GROUPS = {"Interface", "Letters"}
+# Heights in the game, in units, where they are not those of the drawing.
+HEIGHTS = {"flamingo": 1.2, "pineapple": 0.8, "zombieBanana": 2.2}
 # What must be told apart at a glance is also shown at half its size, as in a small window.
 HALF_SIZE_GROUPS = {"People", "Weapons"}
 
@@ -88,6 +90,7 @@ def read_groups():
 
 def make_item(drawing, heading, largest=1.0):
     scale = (INTERFACE_SCALE if heading in INTERFACE_GROUPS else WORLD_SCALE) / 100
+    scale *= 100 * HEIGHTS[drawing.key] / drawing.view_size()[1] if drawing.key in HEIGHTS else 1
     width, height = (side * scale for side in drawing.view_size())
     copies = 2 if drawing.tiling() else 1
     shrink = min(largest, LARGEST_WIDTH / (width * copies), LARGEST_HEIGHT / height)

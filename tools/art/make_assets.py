@@ -14,9 +14,10 @@ import contact_sheet
 from drawings import ROOT, TEXTURES, BadDrawing, all_drawings
 
 # How far a texture may be from a fresh one, since rasterisers differ by version: mean and largest difference
-# of a colour channel (0 to 255), and the share of texels that are cut in one and kept in the other.
-MEAN_BOUND = 0.5
-LARGEST_BOUND = 64
+# of a colour channel (0 to 255), and the share of texels that is cut in one and kept in the other. The same
+# drawings with another antialiasing gave up to 0.57, 107 and 0.08 %.
+MEAN_BOUND = 1.0
+LARGEST_BOUND = 128
 CUT_BOUND = 0.005
 
 # Later stages: each is a program that builds what is stale, or with --check compares and changes nothing.
