@@ -19,8 +19,8 @@ public:
     static CallResult start(AudioSystem& system, AudioOutput*& output);
 
     // Stops the audio thread and frees everything, or leaves that to the thread if it does not answer in
-    // time. `output` is gone afterwards.
-    static void stop(AudioOutput* output);
+    // time. `output` is gone afterwards. Returns whether the thread has ended.
+    static bool stop(AudioOutput* output);
 
     AudioRing ring;
 

@@ -91,13 +91,14 @@ unsigned long AudioOutput::runThread(void* output) {
     return 0;
 }
 
-void AudioOutput::stop(AudioOutput* output) {
+bool AudioOutput::stop(AudioOutput* output) {
     AudioSystem& system = output->system;
     output->stopRequested.exchange(1);
     system.setEvent(output->event);
-    system.waitForThread(output->thread, threadMilliseconds);
+    const bool hasEnded = system.waitForThread(output->thread, threadMilliseconds);
     system.closeHandle(output->thread);
     output->letGo();
+    return hasEnded;
 }
 
 void AudioOutput::letGo() {

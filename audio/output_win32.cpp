@@ -29,14 +29,13 @@ void startAudio() {
 
 void stopAudio() {
     fedRing = nullptr;
-    if (currentOutput != nullptr) {
-        AudioOutput::stop(currentOutput);
-        currentOutput = nullptr;
-    }
-    if (hasCom) {
+    const bool hasEnded = currentOutput == nullptr || AudioOutput::stop(currentOutput);
+    currentOutput = nullptr;
+    // A thread that hangs in the audio system still stands on what COM has loaded for this one.
+    if (hasCom && hasEnded) {
         windowsAudioSystem().uninitializeCom();
-        hasCom = false;
     }
+    hasCom = false;
 }
 
 } // namespace dunkman

@@ -9,10 +9,11 @@ namespace dunkman {
 
 namespace {
 
-// A device wants data every few milliseconds. One that has been quiet for this long, twice in a row, is taken
-// for lost; together with one retry that stays below the two seconds in which sound has to be back.
-constexpr std::uint32_t quietMilliseconds = 500;
-constexpr int quietWaitsUntilLost = 2;
+// A device wants data every few milliseconds. One that has taken none for this long, whether it still signals
+// or not, is taken for lost; together with one retry that stays below the two seconds in which sound has to
+// be back.
+constexpr std::int64_t quietNanoseconds = 1'000'000'000;
+constexpr std::uint32_t waitMilliseconds = 500;
 
 constexpr std::uint32_t retryMilliseconds = 250;
 
@@ -51,26 +52,25 @@ public:
         if (started.failed()) {
             return lose(describe(started, consequence));
         }
-        int quietWaits = 0;
         while (true) {
-            const AudioDevice::Wake wake = device.wait(quietMilliseconds);
+            const AudioDevice::Wake wake = device.wait(waitMilliseconds);
             if (wake == AudioDevice::Wake::Failed || takeStopRequest(stopRequested)) {
                 return Ending::Stopped;
             }
             if (device.defaultDeviceChanged()) {
                 return lose("audio: another device has become the default: opening that");
             }
-            quietWaits = wake == AudioDevice::Wake::TimedOut ? quietWaits + 1 : 0;
-            if (quietWaits == quietWaitsUntilLost) {
-                return lose("audio: the device has stopped asking for data: opening it anew");
-            }
-            const CallResult result = drainStep(ring, device, bufferFrames);
+            std::uint32_t frames = 0;
+            const CallResult result = drainStep(ring, device, bufferFrames, frames);
             if (result.failed()) {
                 return lose(describe(result, consequence));
             }
-            if (wake == AudioDevice::Wake::Signalled) {
-                lastServed = device.clockNanoseconds();
+            const std::int64_t now = device.clockNanoseconds();
+            if (frames > 0) {
+                lastServed = now;
                 lossReported = false;
+            } else if (now - lastServed >= quietNanoseconds) {
+                return lose("audio: the device has stopped playing: opening it anew");
             }
         }
     }
@@ -115,7 +115,9 @@ private:
 
 } // namespace
 
-CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames) {
+CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames,
+                     std::uint32_t& framesGiven) {
+    framesGiven = 0;
     std::uint32_t queued = 0;
     CallResult result = device.queuedFrames(queued);
     if (result.failed()) {
@@ -128,6 +130,7 @@ CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferF
         return result;
     }
     const AudioRing::Drain drain = ring.beginDrain(available);
+    framesGiven = drain.frames > 0 ? drain.frames : available;
     if (drain.frames == 0) {
         return device.releaseBuffer(available, true);
     }

@@ -233,7 +233,7 @@ TEST(CoreAudioStop, ReturnsAtOnceWhilePlaying) {
     FakeCoreAudio machine({});
     AudioOutput* const output = started(machine);
     ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
-    EXPECT_LT(millisecondsOf([&] { AudioOutput::stop(output); }), 100.0);
+    EXPECT_LT(millisecondsOf([&] { EXPECT_TRUE(AudioOutput::stop(output)); }), 100.0);
     expectNothingHeld(machine);
 }
 
@@ -258,7 +258,7 @@ TEST(CoreAudioStop, LeavesAHangingThreadToItself) {
     ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
     SetEvent(machine.streamEvent());
     ASSERT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 2") == 1; }));
-    EXPECT_LT(millisecondsOf([&] { AudioOutput::stop(output); }), 100.0);
+    EXPECT_LT(millisecondsOf([&] { EXPECT_FALSE(AudioOutput::stop(output)); }), 100.0);
     EXPECT_GT(machine.liveReferences(), 0); // still in use over there
     machine.waitForThreadEnd();
     expectNothingHeld(machine);

@@ -111,6 +111,7 @@ protected:
     ScriptedDevice device{1440};
     MusicTrack track;
     std::atomic<std::uint32_t> stopRequested = 0;
+    std::uint32_t given = 0;
 };
 
 const auto signalled = [] { return AudioDevice::Wake::Signalled; };
@@ -119,25 +120,27 @@ const auto timedOut = [] { return AudioDevice::Wake::TimedOut; };
 TEST_F(Playback, DrainCopiesWhatTheDeviceHasRoomFor) {
     ring.feed(&track);
     device.queued = 440;
-    EXPECT_FALSE(drainStep(ring, device, 1440).failed());
+    EXPECT_FALSE(drainStep(ring, device, 1440, given).failed());
     EXPECT_EQ(device.calls, (std::vector<std::string>{"queued", "acquire 1000", "release 1000"}));
     EXPECT_EQ(heard(0), 1.0f);
     EXPECT_EQ(heard(999), 1000.0f);
+    EXPECT_EQ(given, 1000u);
     EXPECT_EQ(ring.counters().readPosition, 1000u * 8);
     EXPECT_EQ(ring.counters().consumedFrames, 1000u);
 }
 
 TEST_F(Playback, DrainReleasesOnlyWhatTheRingHad) {
     ring.feed(&track);
-    EXPECT_FALSE(drainStep(ring, device, 6000).failed());
+    EXPECT_FALSE(drainStep(ring, device, 6000, given).failed());
     EXPECT_EQ(device.calls, (std::vector<std::string>{"queued", "acquire 6000", "release 4800"}));
 }
 
 TEST_F(Playback, DrainReleasesSilenceForEverythingWhenTheRingIsEmpty) {
-    EXPECT_FALSE(drainStep(ring, device, 1440).failed());
+    EXPECT_FALSE(drainStep(ring, device, 1440, given).failed());
     EXPECT_EQ(device.calls, (std::vector<std::string>{"queued", "acquire 1440", "release 1440 silent"}));
     EXPECT_EQ(ring.counters().consumedFrames, 1440u);
     EXPECT_EQ(ring.counters().readPosition, 0u);
+    EXPECT_EQ(given, 1440u);
 }
 
 TEST_F(Playback, DrainAsksForNothingWhenTheDeviceIsFull) {
@@ -145,8 +148,9 @@ TEST_F(Playback, DrainAsksForNothingWhenTheDeviceIsFull) {
     for (const std::uint32_t queued : {1440u, 5000u}) {
         device.queued = queued;
         device.calls.clear();
-        EXPECT_FALSE(drainStep(ring, device, 1440).failed());
+        EXPECT_FALSE(drainStep(ring, device, 1440, given).failed());
         EXPECT_EQ(device.calls, (std::vector<std::string>{"queued", "acquire 0", "release 0 silent"}));
+        EXPECT_EQ(given, 0u);
     }
     EXPECT_EQ(ring.counters().consumedFrames, 0u);
 }
@@ -154,13 +158,13 @@ TEST_F(Playback, DrainAsksForNothingWhenTheDeviceIsFull) {
 TEST_F(Playback, DrainEndsAtTheFirstFailingCall) {
     ring.feed(&track);
     device.failing = "queued";
-    EXPECT_STREQ(drainStep(ring, device, 1440).call, "queued");
+    EXPECT_STREQ(drainStep(ring, device, 1440, given).call, "queued");
     EXPECT_EQ(device.calls, (std::vector<std::string>{"queued"}));
     device.failing = "acquire";
-    EXPECT_STREQ(drainStep(ring, device, 1440).call, "acquire");
+    EXPECT_STREQ(drainStep(ring, device, 1440, given).call, "acquire");
     EXPECT_EQ(ring.counters().consumedFrames, 0u);
     device.failing = "release";
-    EXPECT_STREQ(drainStep(ring, device, 1440).call, "release");
+    EXPECT_STREQ(drainStep(ring, device, 1440, given).call, "release");
     EXPECT_EQ(ring.counters().readPosition, 1440u * 8); // a stretch taken is never left half taken
 }
 
@@ -231,7 +235,7 @@ TEST_F(Playback, TakesTheBufferSizeOfTheDeviceThatItReopens) {
               (std::vector<std::string>{"start", "wait 500", "close", "wait 250", "open", "start", "wait 500",
                                         "queued", "acquire 960", "release 960 silent", "wait 500", "close"}));
     ring.feed(&track);
-    drainStep(ring, device, 100);
+    drainStep(ring, device, 100, given);
     ring.feed(&track);
     EXPECT_EQ(ring.counters().readLimit - ring.counters().readPosition, 960u * 8);
 }
@@ -241,10 +245,20 @@ TEST_F(Playback, TakesADeviceThatHasGoneQuietForLost) {
     play({timedOut, timedOut, timedOut, signalled});
     EXPECT_EQ(device.calls,
               (std::vector<std::string>{"start", "wait 500", "queued", "acquire 0", "release 0 silent",
-                                        "wait 500", "close", "wait 250", "open", "start", "wait 500",
-                                        "queued", "acquire 0", "release 0 silent", "wait 500", "close"}));
+                                        "wait 500", "queued", "acquire 0", "release 0 silent", "close",
+                                        "wait 250", "open", "start", "wait 500", "queued", "acquire 0",
+                                        "release 0 silent", "wait 500", "close"}));
     // From the last signal to sound: two quiet waits and one pause, below two seconds.
     EXPECT_LT(device.now, 2000 * millisecond);
+}
+
+TEST_F(Playback, TakesADeviceThatSignalsButPlaysNothingForLost) {
+    device.queued = 1440;
+    play(std::vector<std::function<AudioDevice::Wake()>>(100, signalled)); // 10 ms each
+    EXPECT_EQ(std::count(device.calls.begin(), device.calls.end(), "acquire 0"), 100);
+    EXPECT_EQ(std::count(device.calls.begin(), device.calls.end(), "close"), 2);
+    EXPECT_EQ(testing::takeDebugLines(),
+              std::vector<std::string>{"audio: the device has stopped playing: opening it anew"});
 }
 
 TEST_F(Playback, ForgivesASingleQuietWait) {
