@@ -15,12 +15,16 @@ function(dunkman_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags)
 endfunction()
 
+# Everything that tests need.
+add_custom_target(dunkman_tests)
+
 # dunkman_test(NAME SOURCES ... [LINKS ...] [TIMEOUT SECONDS]): one GoogleTest program, one CTest entry.
 # Tests run in the source folder, so that "data" and "tests/..." are found by relative paths.
 function(dunkman_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} dunkman_flags gmock_main)
+    add_dependencies(dunkman_tests ${name})
     add_test(NAME ${DUNKMAN_TEST_PREFIX}${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 300)
