@@ -16,7 +16,11 @@ namespace dunkman {
 namespace {
 
 constexpr double lastFight = 85.0;
-constexpr std::int64_t fourMinutes = 4 * 60 * 60;
+constexpr std::int64_t fiveMinutes = 5 * 60 * 60; // steps
+constexpr int quickReaction = 12;                 // steps, 0.2 s
+
+const recording::Conditions oneStep = {1, 0, {}};
+const recording::Conditions humanPlayer = {fiveMinutes, quickReaction, {}};
 
 // Picks up what is nearest and takes no risks; knows nothing of the level but how far it goes.
 constexpr const char* carefulPlan = "take flamingo\n"
@@ -34,7 +38,7 @@ protected:
     // The x of every line that starts a fight, from left to right.
     static std::vector<double> fightLines() {
         std::vector<double> lines;
-        recording::perform({}, 1, [&](std::int64_t, int) {
+        recording::perform({}, oneStep, [&](std::int64_t, int) {
             world.walk<Arena>([&](const Arena& arena) { lines.push_back(arena.position.x); });
             return true;
         });
@@ -63,7 +67,7 @@ TEST_F(Balance, HasSixFights) {
 TEST_F(Balance, CarefulPlayerReachesTheLastFightWithThreeHearts) {
     int hearts = -1;
     const std::vector<recording::Intention> plan = recording::readPlan(carefulPlan, "carefulPlan");
-    recording::perform(plan, fourMinutes, [&](std::int64_t, int) {
+    recording::perform(plan, humanPlayer, [&](std::int64_t, int) {
         hearts = recording::hero().health;
         return recording::hero().position.x <= lastFight;
     });
@@ -73,14 +77,14 @@ TEST_F(Balance, CarefulPlayerReachesTheLastFightWithThreeHearts) {
 
 TEST_F(Balance, LastFightOverrunsACarefulPlayerToo) {
     const recording::Performance performance =
-        recording::perform(recording::readPlan(carefulPlan, "carefulPlan"), 2 * fourMinutes);
+        recording::perform(recording::readPlan(carefulPlan, "carefulPlan"), humanPlayer);
     EXPECT_TRUE(performance.died);
 }
 
 TEST_F(Balance, StandingStillIsDeathInEveryFight) {
     for (const double line : fightLines()) {
         const recording::Performance performance =
-            recording::perform({}, fourMinutes, {}, [line] { standAt(line); });
+            recording::perform({}, {fiveMinutes, 0, [line] { standAt(line); }});
         EXPECT_TRUE(performance.died) << "the fight that starts at x = " << line;
     }
 }

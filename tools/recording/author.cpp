@@ -45,16 +45,15 @@ std::string lineOf(const KeyEvent& event) {
 
 } // namespace
 
-Performance perform(const std::vector<Intention>& plan, std::int64_t longest, const Watcher& watch,
-                    const std::function<void()>& prepare) {
+Performance perform(const std::vector<Intention>& plan, const Conditions& conditions, const Watcher& watch) {
     headless::resetProgram();
     startUp(InputMode::Record, ScreenId::Game);
-    if (prepare) {
-        prepare();
+    if (conditions.prepare) {
+        conditions.prepare();
     }
-    Pilot pilot(plan);
+    Pilot pilot(plan, conditions.reactionSteps);
     Performance performance;
-    while (performance.steps < longest) {
+    while (performance.steps < conditions.longest) {
         const std::int64_t iteration = performance.steps + 1;
         machine.clockNanoseconds = iteration * stepNanoseconds;
         const std::set<std::int32_t>& wanted = pilot.keysForStep();

@@ -20,10 +20,15 @@ struct Performance {
 // Called after each step on the game screen, with the world as it then stands; answers false to stop.
 using Watcher = std::function<bool(std::int64_t step, int planLine)>;
 
-// Plays the scene of the current directory by the plan, for at most `longest` steps. Leaves the world as the game
-// ended, until headless::resetProgram. `prepare` may change the world before the first step.
-Performance perform(const std::vector<Intention>& plan, std::int64_t longest, const Watcher& watch = {},
-                    const std::function<void()>& prepare = {});
+struct Conditions {
+    std::int64_t longest = 4 * 60 * 60; // steps
+    int reactionSteps = 0;
+    std::function<void()> prepare; // may change the world before the first step
+};
+
+// Plays the scene of the current directory by the plan. Leaves the world as the game ended, until
+// headless::resetProgram.
+Performance perform(const std::vector<Intention>& plan, const Conditions& conditions = {}, const Watcher& watch = {});
 
 // The performance as a key script. A replay ends in the step of its last change, so the script has none after the
 // hero's death and always one in the very step of it: every step before is then shown.

@@ -37,11 +37,11 @@ Range walkingRange() {
     return {view.minX + 3.0, view.maxX - 3.5};
 }
 
-// Steers so that the hero comes to rest at the place: friction lets him glide an eighth of his speed.
-void steerTo(Wish& wish, double x, double y) {
+// Steers so that the hero comes to rest at the place.
+void steerTo(Wish& wish, double x, double y, double glide) {
     const Player& player = hero();
-    wish.horizontal = signBeyond(x - player.position.x - player.velocity.x / 8.0, deadZone);
-    wish.vertical = signBeyond(y - player.position.y - player.velocity.y / 8.0, deadZone);
+    wish.horizontal = signBeyond(x - player.position.x - player.velocity.x * glide, deadZone);
+    wish.vertical = signBeyond(y - player.position.y - player.velocity.y * glide, deadZone);
 }
 
 double sideOf(const Zombie& zombie) { return zombie.position.x < hero().position.x ? -1.0 : 1.0; }
@@ -122,7 +122,8 @@ Wish kitingWish() {
     return wish;
 }
 
-Wish meleeWish(bool careful) {
+Wish meleeWish(const Manner& manner) {
+    const bool careful = manner.careful;
     Wish wish;
     const std::vector<const Zombie*> zombies = zombiesInSight();
     if (zombies.empty()) {
@@ -152,7 +153,8 @@ Wish meleeWish(bool careful) {
     if (careful && (surrounded || crowded) && !opening) {
         wish = kitingWish();
     } else {
-        steerTo(wish, standingPlace(target, distance), careful ? levelBelow(target) : target.position.y);
+        steerTo(wish, standingPlace(target, distance), careful ? levelBelow(target) : target.position.y,
+                manner.glide);
     }
     wish.attack = opening;
     // A turn on the spot towards who is about to come into reach.
@@ -165,13 +167,13 @@ Wish meleeWish(bool careful) {
     return wish;
 }
 
-Wish throwingWish(bool careful) {
+Wish throwingWish(const Manner& manner) {
     Wish wish;
     const std::vector<const Zombie*> zombies = zombiesInSight();
     if (zombies.empty()) {
         return wish;
     }
-    const Zombie* striker = careful ? nearestStriker(zombies) : nullptr;
+    const Zombie* striker = manner.careful ? nearestStriker(zombies) : nullptr;
     if (striker != nullptr) {
         wish = duckFrom(*striker, zombies);
     } else {
@@ -181,7 +183,7 @@ Wish throwingWish(bool careful) {
             wish = kitingWish();
         } else {
             const double x = std::clamp(hero().position.x, target.position.x - 6.0, target.position.x + 6.0);
-            steerTo(wish, x, std::clamp(hero().position.y, target.position.y - 0.6, target.position.y + 0.4));
+            steerTo(wish, x, std::clamp(hero().position.y, target.position.y - 0.6, target.position.y + 0.4), manner.glide);
             if (heroFacing() != side) {
                 wish.horizontal = side > 0.0 ? 1 : -1;
             }

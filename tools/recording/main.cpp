@@ -16,7 +16,7 @@ namespace {
 using namespace dunkman;
 
 constexpr const char* usage =
-    "usage: dunkman-author PLAN KEYS [--data DIR] [--seconds N] [--verbose]\n"
+    "usage: dunkman-author PLAN KEYS [--data DIR] [--seconds N] [--reaction STEPS] [--verbose]\n"
     "Plays the game by PLAN and writes the keys that were pressed to KEYS, for dunkman-headless --keys.\n";
 
 struct Arguments {
@@ -24,6 +24,7 @@ struct Arguments {
     std::string keys;
     std::string data = "data";
     std::int64_t seconds = 240;
+    int reactionSteps = 0;
     bool verbose = false;
 };
 
@@ -38,13 +39,15 @@ bool readArguments(int count, char** words, Arguments& arguments) {
             arguments.data = words[++index];
         } else if (word == "--seconds" && index + 1 < count) {
             arguments.seconds = std::atoll(words[++index]);
+        } else if (word == "--reaction" && index + 1 < count) {
+            arguments.reactionSteps = std::atoi(words[++index]);
         } else if (place < 2 && word.substr(0, 2) != "--") {
             (place++ == 0 ? arguments.plan : arguments.keys) = word;
         } else {
             return false;
         }
     }
-    return place == 2 && arguments.seconds > 0;
+    return place == 2 && arguments.seconds > 0 && arguments.reactionSteps >= 0;
 }
 
 // One line whenever the hero's heart, weapon or place in the plan changes.
@@ -79,7 +82,10 @@ int author(const Arguments& arguments) {
     std::ofstream file(arguments.keys, std::ios::binary);
     std::filesystem::current_path(arguments.data);
     const recording::Watcher watcher = arguments.verbose ? recording::Watcher(Report()) : recording::Watcher();
-    const recording::Performance performance = recording::perform(plan, arguments.seconds * 60, watcher);
+    recording::Conditions conditions;
+    conditions.longest = arguments.seconds * 60;
+    conditions.reactionSteps = arguments.reactionSteps;
+    const recording::Performance performance = recording::perform(plan, conditions, watcher);
     headless::resetProgram();
     file << "# Made by dunkman-author from " << std::filesystem::path(arguments.plan).filename().string() << ".\n"
          << recording::keyScriptOf(performance);

@@ -13,7 +13,9 @@ namespace {
 
 constexpr double stepSeconds = 1.0 / 60.0;
 constexpr double arrived = 0.15;
+constexpr double frictionGlide = 0.125; // seconds
 constexpr double threatDistance = 8.0;
+constexpr int tapPause = 40; // steps
 
 int signBeyond(double value, double zone) { return value > zone ? 1 : value < -zone ? -1 : 0; }
 
@@ -47,11 +49,16 @@ bool allIsQuiet() {
 
 } // namespace
 
-Pilot::Pilot(std::vector<Intention> wantedPlan) : plan(std::move(wantedPlan)) { begin(); }
+Pilot::Pilot(std::vector<Intention> wantedPlan, int reactionSteps)
+    : plan(std::move(wantedPlan)), glide(frictionGlide + reactionSteps * stepSeconds),
+      underWay(static_cast<std::size_t>(reactionSteps)) {
+    begin();
+}
 
 void Pilot::begin() {
     steps = 0;
     attacks = 0;
+    nextTap = 0;
     running = false;
     corpsesBefore = world.objectsOfType(ObjectType::ZombieDead).size();
 }
@@ -74,7 +81,10 @@ const std::set<std::int32_t>& Pilot::keysForStep() {
     const bool busy = hero().heldWeapon && hero().heldWeapon->attackTimeout.running;
     attacks += busy && !wasBusy ? 1 : 0;
     wasBusy = busy;
-    return hands.move(wish);
+    underWay.push_back(wish);
+    const Wish due = underWay.front();
+    underWay.pop_front();
+    return hands.move(due);
 }
 
 std::optional<Wish> Pilot::wishFor(const Intention& intention) {
@@ -105,8 +115,8 @@ std::optional<Wish> Pilot::walkTo(double x, double y) const {
         return std::nullopt;
     }
     Wish wish;
-    wish.horizontal = signBeyond(x - place.x - hero().velocity.x / 8.0, arrived * 0.6);
-    wish.vertical = signBeyond(y - place.y - hero().velocity.y / 8.0, arrived * 0.6);
+    wish.horizontal = signBeyond(x - place.x - hero().velocity.x * glide, arrived * 0.6);
+    wish.vertical = signBeyond(y - place.y - hero().velocity.y * glide, arrived * 0.6);
     return wish;
 }
 
@@ -131,7 +141,10 @@ std::optional<Wish> Pilot::take(const Intention& intention) {
         walkTo(weapon->position.x, std::fmax(std::fmin(weapon->position.y - 0.9, 1.5), -1.5));
     Wish wish = way.value_or(Wish{});
     const Weapon* within = weaponInReach();
-    wish.pickUp = within != nullptr && isOfKind(*within, intention.word) && hands.canTap();
+    wish.pickUp = within != nullptr && isOfKind(*within, intention.word) && hands.canTap() && steps >= nextTap;
+    if (wish.pickUp) {
+        nextTap = steps + tapPause; // a second tap before the first has worked would drop the weapon again
+    }
     return wish;
 }
 
@@ -165,7 +178,7 @@ std::optional<Wish> Pilot::snipe(double distance) {
         } else if ((away > 0.0 ? 1.0 : -1.0) != heroFacing()) {
             wish.horizontal = away > 0.0 ? 1 : -1;
         } else {
-            wish.vertical = signBeyond(target.position.y - hero().position.y - hero().velocity.y / 8.0, 0.3);
+            wish.vertical = signBeyond(target.position.y - hero().position.y - hero().velocity.y * glide, 0.3);
         }
     }
     return wish;
@@ -175,6 +188,7 @@ std::optional<Wish> Pilot::fight(const Intention& intention) {
     if (fightIsOver(intention)) {
         return std::nullopt;
     }
+    const Manner manner = {intention.careful, glide};
     Wish wish;
     if (!hero().heldWeapon) {
         Intention rearm;
@@ -186,7 +200,7 @@ std::optional<Wish> Pilot::fight(const Intention& intention) {
             wish = take(rearm).value_or(Wish{});
         }
     } else {
-        wish = holdsRangedWeapon() ? throwingWish(intention.careful) : meleeWish(intention.careful);
+        wish = holdsRangedWeapon() ? throwingWish(manner) : meleeWish(manner);
     }
     wish.attack = wish.attack && hands.canTap();
     return wish;

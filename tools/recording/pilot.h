@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <set>
 #include <vector>
@@ -14,7 +15,8 @@ namespace dunkman::recording {
 // decides the same for the same world.
 class Pilot {
 public:
-    explicit Pilot(std::vector<Intention> plan);
+    // `reactionSteps`: how many steps of 1/60 s pass between what is seen and what the fingers do.
+    explicit Pilot(std::vector<Intention> plan, int reactionSteps = 0);
 
     const std::set<std::int32_t>& keysForStep();
 
@@ -36,11 +38,14 @@ private:
     void begin();
 
     std::vector<Intention> plan;
+    double glide; // seconds of its speed that the hero moves on after a change of mind
     std::size_t current = 0;
     Hands hands;
+    std::deque<Wish> underWay; // wishes that have not reached the fingers yet, the oldest first
     // Since the current intention began
     int steps = 0;
     int attacks = 0;
+    int nextTap = 0; // the step before which the pick-up key rests
     std::size_t corpsesBefore = 0;
     bool running = false; // makes room for a throw
     bool wasBusy = false; // the weapon swung in the step before
