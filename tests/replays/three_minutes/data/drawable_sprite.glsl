@@ -1,0 +1,2 @@
+uniform uint uMirrorFlags;
+uniform float zOffset;
