@@ -1,0 +1,100 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "app/main_loop.h"
+#include "app/program.h"
+#include "app/recording.h"
+#include "app/state/fatal.h"
+#include "app/state/key_states.h"
+#include "assets/scene_loader.h"
+#include "json5/reader.h"
+#include "screens/screen.h"
+#include "tests/fakes/small_data.h"
+#include "tools/simulated/platform_sim.h"
+#include "world/player.h"
+#include "world/world.h"
+
+// The input is a scene. It is loaded and played for a second, keys included; the game goes on or stops with a
+// message. There is a recipe for every type, under the type's name, and the prefabs "some" and "more".
+namespace {
+
+using namespace dunkman;
+
+constexpr int gameSteps = 60;
+constexpr std::int64_t stepNanoseconds = 16666667;
+constexpr std::int32_t mostHearts = 100; // each is drawn: more would only take time
+
+std::string recipes() {
+    std::string text = "{";
+    for (std::size_t number = 1; number < objectTypeCount; ++number) {
+        const std::string name(typeName(static_cast<ObjectType>(number)));
+        text += '"' + name + "\": {\"_type\": \"" + name + "\"},\n";
+    }
+    for (const char* zombie : {"weakZombie", "zombie2HpFast", "zombieBanana", "zombie"}) {
+        text += '"' + std::string(zombie) + "\": {\"_type\": \"Zombie\"},\n";
+    }
+    return text + "}";
+}
+
+constexpr std::string_view prefabs = R"({
+    "some": [{"recipe": "Flamingo", "position": [0.3, 0.8], "tag": "weapon"}, {"recipe": "Zombie", "position": 2, "tag": "enemy"}],
+    "more": [{"prefab": "some", "offset": [1, 0]}, {"recipe": "Arena", "tag": "arena"}, {"recipe": "SpawnPoint"}]
+})";
+
+// The program stays started from one input to the next; its files are needed only while it starts.
+void startProgram() {
+    const SmallData data;
+    data.write("recipes.json5", recipes());
+    data.write("prefabs.json5", prefabs);
+    startUp(InputMode::Record, ScreenId::Game);
+}
+
+void play(std::string_view scene) {
+    JsonValue entries;
+    Json5Report report;
+    parseDocument(scene, report, entries);
+    loadGroup(entries);
+    world.applyPending();
+    currentScreen = screenTable[ScreenId::Game];
+    for (int step = 0; step < gameSteps && currentScreen == screenTable[ScreenId::Game]; ++step) {
+        if (Player* hero = world.first<Player>()) {
+            hero->health = std::min(hero->health, mostHearts);
+        }
+        auto& down = simulated::machine.keysDown;
+        down = {keys::d};
+        if (step % 20 == 1) {
+            down.insert(keys::z);
+        }
+        if (step % 5 == 2) {
+            down.insert(keys::x);
+        }
+        simulated::machine.clockNanoseconds += stepNanoseconds;
+        runIteration();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const bool started = (startProgram(), true);
+    static_cast<void>(started);
+    resetWorld();
+    resetRecording();
+    clearKeyStates();
+    try {
+        play({reinterpret_cast<const char*>(data), size});
+    } catch (const FatalError&) {
+        // stopped with a message
+    } catch (const std::out_of_range&) {
+        // a number that does not fit
+    }
+    resetWorld();
+    simulated::machine.debugLines.clear();
+    return 0;
+}

@@ -1,0 +1,237 @@
+#include "tests/scenarios/random_scene.h"
+
+#include <array>
+#include <cstdio>
+
+namespace dunkman {
+
+namespace {
+
+constexpr std::uint32_t prefabCount = 5;
+
+// Where half of all properties come from: what counts for play and what has been known to hurt.
+struct Property {
+    std::string_view key;
+    std::string_view kind;
+};
+
+constexpr std::array<Property, 44> properties = {{
+    {"position", "place"},
+    {"position", "pair"},
+    {"size", "pair"},
+    {"size", "number"},
+    {"imageKey", "picture"},
+    {"mirrorX", "flag"},
+    {"mirrorY", "flag"},
+    {"isFlat", "flag"},
+    {"isUI", "flag"},
+    {"gamma", "number"},
+    {"gain", "number"},
+    {"saturation", "number"},
+    {"tintR", "number"},
+    {"tintG", "number"},
+    {"tintB", "number"},
+    {"pivot", "pair"},
+    {"zOffset", "number"},
+    {"tilt", "number"},
+    {"autoMirror", "flag"},
+    {"inverseMirror", "flag"},
+    {"friction", "pair"},
+    {"acceleration", "pair"},
+    {"velocity", "pair"},
+    {"attackTimeout", "number"},
+    {"timeoutAnimationPercentage", "number"},
+    {"attackArc", "pair"},
+    {"handPivot", "pair"},
+    {"animationAngle", "number"},
+    {"collisionPivot", "pair"},
+    {"collisionRadius", "number"},
+    {"damage", "whole"},
+    {"durability", "whole"},
+    {"initialVelocity", "pair"},
+    {"walkAnimation", "number"},
+    {"health", "health"},
+    {"invulnerableTimer", "number"},
+    {"attackRateTimer", "number"},
+    {"searchRadius", "number"},
+    {"attackDelay", "number"},
+    {"offset", "pair"},
+    {"spawnsRemaining", "whole"},
+    {"maxSimultaneousZombies", "whole"},
+    {"zombieTimer", "number"},
+    {"enemyVariant", "variant"},
+}};
+
+// 1e400 reads as an infinity; from two of those comes NaN.
+constexpr std::array<std::string_view, 16> nastyNumbers = {
+    "0",      "-0.0", "-1",         "-1e-3",       "1e308",      "-1e308", "1e-320", "1e400",
+    "-1e400", "-0.5", "2147483647", "-2147483648", "4294967296", "1e17",   "0.0",    "9223372036854775807"};
+
+constexpr std::array<std::string_view, 10> oddValues = {
+    "null",      "true",       "\"text\"",   "[]", "[1]",
+    "[1, 2, 3]", "[\"a\", 2]", "[1, \"a\"]", "{}", "{\"position\": 3}"};
+
+constexpr std::array<std::string_view, 8> pictures = {"player",    "playerUnarmed", "zombie",   "flamingo",
+                                                      "pineapple", "sunset",        "palmTree", "btnZ"};
+
+constexpr std::array<std::string_view, 4> zombieRecipes = {"weakZombie", "zombie2HpFast", "zombieBanana",
+                                                           "zombie"};
+
+} // namespace
+
+std::string RandomScene::number() {
+    if (chance(0.06)) {
+        // Once in a long while a literal that the reader itself refuses.
+        return chance(0.002) ? "1e9999" : std::string(oneOf(nastyNumbers));
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f", (static_cast<double>(below(1200)) - 300.0) / 100.0);
+    return text;
+}
+
+std::string RandomScene::wholeNumber() {
+    if (chance(0.06)) {
+        return std::string(oneOf(nastyNumbers));
+    }
+    return std::to_string(static_cast<std::int32_t>(below(9)) - 2);
+}
+
+std::string RandomScene::pair() {
+    if (chance(0.2)) {
+        return number();
+    }
+    return "[" + number() + ", " + number() + "]";
+}
+
+std::string RandomScene::anything() { return chance(0.5) ? std::string(oneOf(oddValues)) : pair(); }
+
+std::string RandomScene::picture() {
+    return chance(0.001) ? "\"missing\"" : '"' + std::string(oneOf(pictures)) + '"';
+}
+
+std::string RandomScene::valueFor(std::string_view kind) {
+    if (chance(0.04)) {
+        return anything();
+    }
+    if (kind == "flag") {
+        return chance(0.5) ? "true" : "false";
+    }
+    if (kind == "picture") {
+        return picture();
+    }
+    if (kind == "whole") {
+        return wholeNumber();
+    }
+    if (kind == "health") {
+        return std::to_string(static_cast<std::int32_t>(below(12)) - 1);
+    }
+    if (kind == "variant") {
+        return std::to_string(below(chance(0.05) ? 7 : 5));
+    }
+    if (kind == "place") {
+        return "[" + std::to_string(below(25)) + ", " + number() + "]";
+    }
+    return kind == "pair" ? pair() : number();
+}
+
+void RandomScene::appendProperties(std::string& out, ObjectType type, std::uint32_t most) {
+    for (std::uint32_t left = below(most + 1); left > 0; --left) {
+        const Property& property = properties[below(static_cast<std::uint32_t>(properties.size()))];
+        // Every heart of the hero is drawn, so a huge health only takes time; and he is no use when dead.
+        const bool spared = property.kind == "health" && type == ObjectType::Player;
+        out += ", \"" + std::string(property.key) +
+               "\": " + (spared ? std::to_string(below(9)) : valueFor(property.kind));
+    }
+    if (chance(0.05)) {
+        out += ", \"noSuchKey\": " + anything();
+    }
+}
+
+std::string RandomScene::recipes() {
+    recipeTypes.clear();
+    std::string text = "{";
+    for (std::uint32_t number = 0; number < 40; ++number) {
+        const auto type = static_cast<ObjectType>(number % (objectTypeCount - 1) + 1);
+        recipeTypes.push_back(type);
+        text += "\"r" + std::to_string(number) + "\": {\"_type\": \"" + std::string(typeName(type)) + '"';
+        appendProperties(text, type, 6);
+        text += "},\n";
+    }
+    for (const std::string_view name : zombieRecipes) {
+        if (!chance(0.01)) {
+            text +=
+                '"' + std::string(name) + "\": {\"_type\": \"" + (chance(0.005) ? "Walker" : "Zombie") + '"';
+            appendProperties(text, ObjectType::Zombie, 4);
+            text += "},\n";
+        }
+    }
+    // The certain ones that every scene begins with.
+    return text +
+           R"("hero": {"_type": "Player"}, "camera": {"_type": "Camera"}, "flamingo": {"_type": "Flamingo"},
+                     "pineapple": {"_type": "Pineapple"}, "arena": {"_type": "Arena"}, "point": {"_type": "SpawnPoint"}})";
+}
+
+std::string RandomScene::entry(std::uint32_t prefabsAllowed) {
+    std::string text = "{\"tag\": \"t" + std::to_string(below(3)) + '"';
+    if (prefabsAllowed > 0 && chance(0.15)) {
+        text += ", \"prefab\": \"p" + std::to_string(below(prefabsAllowed)) + "\", \"offset\": " + pair();
+        if (chance(0.5)) {
+            text += ", \"overrides\": {\"t" + std::to_string(below(3)) + "\": {\"_type\": \"Object\"";
+            appendProperties(text, ObjectType::Player, 3);
+            text += "}}";
+        }
+        return text + "}";
+    }
+    const std::uint32_t recipe = below(static_cast<std::uint32_t>(recipeTypes.size()));
+    if (chance(0.0005)) {
+        return text + ", \"recipe\": \"unknown\"}";
+    }
+    text += ", \"recipe\": \"r" + std::to_string(recipe) + "\", \"position\": [" +
+            std::to_string(static_cast<std::int32_t>(below(24)) - 8) + "." + std::to_string(below(10)) +
+            ", " + (chance(0.5) ? "0." : "-0.") + std::to_string(below(10)) + "]";
+    appendProperties(text, recipeTypes[recipe], 4);
+    return text + "}";
+}
+
+std::string RandomScene::prefabs() {
+    std::string text = "{";
+    for (std::uint32_t number = 0; number < prefabCount; ++number) {
+        text += "\"p" + std::to_string(number) + "\": [";
+        for (std::uint32_t left = below(5); left > 0; --left) {
+            text += entry(number) + ",\n"; // of prefabs only earlier ones, so none contains itself
+        }
+        text += "],\n";
+    }
+    return text + "}";
+}
+
+std::string RandomScene::scene() {
+    std::string text = "[";
+    if (!chance(0.02)) {
+        text += "{\"recipe\": \"hero\", \"health\": " + std::to_string(below(5));
+        appendProperties(text, ObjectType::Player, 3);
+        text += "},\n";
+    }
+    if (!chance(0.05)) {
+        text += "{\"recipe\": \"camera\"";
+        appendProperties(text, ObjectType::Camera, 1);
+        text += "},\n";
+    }
+    text += "{\"recipe\": \"flamingo\", \"position\": [0.5, 0.8], \"collisionRadius\": 3, \"damage\": " +
+            wholeNumber() + "},\n";
+    text += "{\"recipe\": \"pineapple\", \"position\": [-0.5, 0.8], \"damage\": " + wholeNumber() + "},\n";
+    for (std::uint32_t left = below(4); left > 0; --left) {
+        text += "{\"recipe\": \"point\", \"position\": [" + std::to_string(below(9)) + ", 1]},\n";
+    }
+    for (std::uint32_t left = below(3); left > 0; --left) {
+        text += "{\"recipe\": \"arena\", \"position\": [" + std::to_string(below(4)) + ", 0]";
+        appendProperties(text, ObjectType::Arena, 12);
+        text += "},\n";
+    }
+    for (std::uint32_t left = below(30); left > 0; --left) {
+        text += entry(prefabCount) + ",\n";
+    }
+    return text + "]";
+}
+
+} // namespace dunkman
