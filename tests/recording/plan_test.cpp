@@ -15,7 +15,8 @@ std::string errorOf(std::string_view text) {
 }
 
 TEST(Plan, HoldsOneIntentionALine) {
-    const std::vector<Intention> plan = readPlan("# heading\n\nwait 1.5\nwalk -5.25 0.5 # to the sign\ntake pineapple\n", "");
+    const std::vector<Intention> plan =
+        readPlan("# heading\n\nwait 1.5\nwalk -5.25 0.5 # to the sign\ntake pineapple\n", "");
     ASSERT_EQ(plan.size(), 3u);
     EXPECT_EQ(plan[0].verb, Verb::Wait);
     EXPECT_EQ(plan[0].x, 1.5);

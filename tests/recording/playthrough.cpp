@@ -21,8 +21,9 @@ namespace dunkman {
 
 namespace {
 
-constexpr std::int64_t stepNanoseconds = 16666667; // just over 1/60 s, so that each iteration replays one step
-constexpr std::int64_t longestGame = 4 * 60 * 60;  // steps
+constexpr std::int64_t stepNanoseconds =
+    16666667;                                     // just over 1/60 s, so that each iteration replays one step
+constexpr std::int64_t longestGame = 4 * 60 * 60; // steps
 
 std::uint64_t fnv1a(std::string_view text) {
     std::uint64_t hash = 0xcbf29ce484222325u;
@@ -37,7 +38,8 @@ std::uint64_t digestOfWorld() {
     text.clear();
     const auto append = [](const Object& object) { appendObjectLine(text, object, "object"); };
     world.walk<Movable>(append);
-    for (const ObjectType type : {ObjectType::ZombieDead, ObjectType::ResortSign, ObjectType::Camera, ObjectType::Arena}) {
+    for (const ObjectType type :
+         {ObjectType::ZombieDead, ObjectType::ResortSign, ObjectType::Camera, ObjectType::Arena}) {
         for (const OwnedObject& object : world.objectsOfType(type)) {
             append(*object);
         }
@@ -75,7 +77,8 @@ public:
         note.projectiles = countOf(ObjectType::Projectile);
         note.zombies = countOf(ObjectType::Zombie);
         note.cameraHeld = world.first<Camera>()->target != nullptr;
-        note.swung = weapon != nullptr && weapon->attackTimeout.running && weapon->attackTimeout.elapsed == 0.0;
+        note.swung =
+            weapon != nullptr && weapon->attackTimeout.running && weapon->attackTimeout.elapsed == 0.0;
         steps.push_back(note);
     }
 

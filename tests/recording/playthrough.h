@@ -40,9 +40,9 @@ enum class KeySource { Recording, KeyScript };
 
 inline constexpr platform::ClientSize wideWindow = {1920, 1080};
 
-// Plays the game from the first step on the beach until its screen is left: replays recording.json5, or plays the key
-// script of the play-through in Record mode, which leaves its records in `recording`. Fails the test when the game
-// goes on for longer than four minutes.
+// Plays the game from the first step on the beach until its screen is left: replays recording.json5, or plays
+// the key script of the play-through in Record mode, which leaves its records in `recording`. Fails the test
+// when the game goes on for longer than four minutes.
 std::vector<StepNote> play(KeySource source, platform::ClientSize window = wideWindow);
 
 } // namespace dunkman

@@ -1,11 +1,16 @@
 #include <algorithm>
-#include <set>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "app/recording.h"
 #include "tests/recording/playthrough.h"
 
-// The recorded play-through: that it is what the key script gives, that it replays, and that it tells its story.
+// The recorded play-through: that it is what the key script gives, that it replays, and that it tells its
+// story.
 
 namespace dunkman {
 namespace {
@@ -26,20 +31,23 @@ protected:
     }
 
     static int heartsOnReaching(double x) {
-        const auto found = std::find_if(steps().begin(), steps().end(), [x](const StepNote& s) { return s.heroX > x; });
+        const auto found =
+            std::find_if(steps().begin(), steps().end(), [x](const StepNote& s) { return s.heroX > x; });
         return found != steps().end() ? found->hearts : -100;
     }
 
     static int killsBefore(double x) {
-        const auto found = std::find_if(steps().begin(), steps().end(), [x](const StepNote& s) { return s.heroX > x; });
+        const auto found =
+            std::find_if(steps().begin(), steps().end(), [x](const StepNote& s) { return s.heroX > x; });
         return found != steps().end() ? found->corpses : -100;
     }
 };
 
 // The first step in which two games differ, or -1.
 int firstDifference(const std::vector<StepNote>& left, const std::vector<StepNote>& right) {
-    const auto different = std::mismatch(left.begin(), left.end(), right.begin(), right.end(),
-                                         [](const StepNote& a, const StepNote& b) { return a.digest == b.digest; });
+    const auto different =
+        std::mismatch(left.begin(), left.end(), right.begin(), right.end(),
+                      [](const StepNote& a, const StepNote& b) { return a.digest == b.digest; });
     if (different.first == left.end() && different.second == right.end()) {
         return -1;
     }
@@ -59,7 +67,8 @@ TEST_F(Playthrough, RecordingHoldsWhatTheKeyScriptGives) {
     }
 }
 
-// The replay leaves in the step of the last record, which is the one in which the hero dies: nothing before is missing.
+// The replay leaves in the step of the last record, which is the one in which the hero dies: nothing before
+// is missing.
 TEST_F(Playthrough, ReplayEqualsTheRecordedGameUpToTheStepOfDeath) {
     std::vector<StepNote> recorded = steps();
     ASSERT_EQ(recorded.back().hearts, -1);
@@ -74,6 +83,43 @@ TEST_F(Playthrough, GoesTheSameInEveryShapeOfWindow) {
         EXPECT_EQ(firstDifference(steps(), play(KeySource::KeyScript, window)), -1)
             << window.width << " x " << window.height;
     }
+}
+
+// One line a second of play: step, place, hearts, corpses and the digest of the world, the last step in any
+// case.
+std::string summaryOf(const std::vector<StepNote>& steps) {
+    std::string text;
+    for (std::size_t step = 0; step < steps.size(); ++step) {
+        if (step % 60 == 0 || step + 1 == steps.size()) {
+            const StepNote& note = steps[step];
+            char line[96];
+            std::snprintf(line, sizeof line, "%5d x=%6.2f hearts=%2d corpses=%2d %016llx\n",
+                          static_cast<int>(step), note.heroX, note.hearts, note.corpses,
+                          static_cast<unsigned long long>(note.digest));
+            text += line;
+        }
+    }
+    return text;
+}
+
+// The same game on every platform and with every compiler, to the last bit. After a change of level, rules or
+// plan: run this test with DUNKMAN_UPDATE_EXPECTED=1 in the environment and read the difference.
+TEST_F(Playthrough, IsTheExpectedGameEverywhere) {
+    constexpr const char* path = "../tests/recording/expected_playthrough.txt";
+    const std::string summary = summaryOf(steps());
+    if (std::getenv("DUNKMAN_UPDATE_EXPECTED") != nullptr) {
+        std::ofstream(path, std::ios::binary) << summary;
+        GTEST_SKIP() << path << " written";
+    }
+    std::ifstream file(path);
+    std::istringstream lines(summary);
+    std::string expected;
+    std::string line;
+    while (std::getline(file, expected)) {
+        ASSERT_TRUE(std::getline(lines, line)) << "the game ends before: " << expected;
+        ASSERT_EQ(line, expected);
+    }
+    EXPECT_FALSE(std::getline(lines, line)) << "not expected: " << line;
 }
 
 TEST_F(Playthrough, LastsTwoToThreeMinutes) {
@@ -91,7 +137,8 @@ TEST_F(Playthrough, HesitatesAtTheSign) {
 }
 
 TEST_F(Playthrough, SwingsTheFlamingoAtTheAirFirst) {
-    const auto swing = std::find_if(steps().begin(), steps().end(), [](const StepNote& step) { return step.swung; });
+    const auto swing =
+        std::find_if(steps().begin(), steps().end(), [](const StepNote& step) { return step.swung; });
     ASSERT_NE(swing, steps().end());
     EXPECT_EQ(swing->held, ObjectType::Flamingo);
     EXPECT_EQ((swing + 60)->corpses, 0);
@@ -149,7 +196,8 @@ TEST_F(Playthrough, BreaksAPineappleAndSwitchesBackToTheFlamingo) {
         const StepNote& step = steps()[index];
         broke = broke || (before.held == ObjectType::Pineapple && before.durability == 1 &&
                           step.held == ObjectType::Invalid && step.projectiles > before.projectiles);
-        switched = switched || (broke && before.held == ObjectType::Invalid && step.held == ObjectType::Flamingo);
+        switched =
+            switched || (broke && before.held == ObjectType::Invalid && step.held == ObjectType::Flamingo);
     }
     EXPECT_TRUE(broke);
     EXPECT_TRUE(switched);

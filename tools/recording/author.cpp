@@ -22,8 +22,8 @@ using simulated::machine;
 
 constexpr std::int64_t stepNanoseconds = 16666667;
 
-void noteChanges(const std::set<std::int32_t>& before, const std::set<std::int32_t>& now, std::int64_t iteration,
-                 std::vector<KeyEvent>& events) {
+void noteChanges(const std::set<std::int32_t>& before, const std::set<std::int32_t>& now,
+                 std::int64_t iteration, std::vector<KeyEvent>& events) {
     for (const std::int32_t key : before) {
         if (!now.contains(key)) {
             events.push_back({iteration, key, false});

@@ -28,10 +28,11 @@ struct Conditions {
 
 // Plays the scene of the current directory by the plan. Leaves the world as the game ended, until
 // headless::resetProgram.
-Performance perform(const std::vector<Intention>& plan, const Conditions& conditions = {}, const Watcher& watch = {});
+Performance perform(const std::vector<Intention>& plan, const Conditions& conditions = {},
+                    const Watcher& watch = {});
 
-// The performance as a key script. A replay ends in the step of its last change, so the script has none after the
-// hero's death and always one in the very step of it: every step before is then shown.
+// The performance as a key script. A replay ends in the step of its last change, so the script has none after
+// the hero's death and always one in the very step of it: every step before is then shown.
 std::string keyScriptOf(const Performance& performance);
 
 } // namespace dunkman::recording

@@ -59,7 +59,8 @@ Wish duckFrom(const Zombie& striker, const std::vector<const Zombie*>& zombies) 
     }
     wish.vertical = above > below ? 1 : -1;
     const Range range = walkingRange();
-    const bool cornered = wish.horizontal < 0 ? hero().position.x < range.low + 0.3 : hero().position.x > range.high - 0.3;
+    const bool cornered =
+        wish.horizontal < 0 ? hero().position.x < range.low + 0.3 : hero().position.x > range.high - 0.3;
     if (cornered) {
         wish.horizontal = 0;
     }
@@ -116,7 +117,8 @@ Wish kitingWish() {
     const double toLow = std::max(hero().position.x - range.low, 0.3);
     const double toHigh = std::max(range.high - hero().position.x, 0.3);
     pushX += 1.2 / toLow - 1.2 / toHigh;
-    pushY += 0.4 / std::max(hero().position.y + beachHalfDepth, 0.2) - 0.4 / std::max(beachHalfDepth - hero().position.y, 0.2);
+    pushY += 0.4 / std::max(hero().position.y + beachHalfDepth, 0.2) -
+             0.4 / std::max(beachHalfDepth - hero().position.y, 0.2);
     wish.horizontal = signBeyond(pushX, 0.08);
     wish.vertical = signBeyond(pushY, 0.15);
     return wish;
@@ -130,11 +132,13 @@ Wish meleeWish(const Manner& manner) {
         return wish;
     }
     const double facing = heroFacing();
-    const bool opening = weaponIsReady() && std::any_of(zombies.begin(), zombies.end(), [&](const Zombie* zombie) {
-                             return isVulnerable(*zombie) && inSwing(*zombie, facing);
-                         });
+    const bool opening =
+        weaponIsReady() && std::any_of(zombies.begin(), zombies.end(), [&](const Zombie* zombie) {
+            return isVulnerable(*zombie) && inSwing(*zombie, facing);
+        });
     const Zombie* striker = careful ? nearestStriker(zombies) : nullptr;
-    if (striker != nullptr && !(opening && striker->health == 0 && isVulnerable(*striker) && inSwing(*striker, facing))) {
+    if (striker != nullptr &&
+        !(opening && striker->health == 0 && isVulnerable(*striker) && inSwing(*striker, facing))) {
         wish = duckFrom(*striker, zombies);
         wish.attack = opening;
         return wish;
@@ -183,7 +187,8 @@ Wish throwingWish(const Manner& manner) {
             wish = kitingWish();
         } else {
             const double x = std::clamp(hero().position.x, target.position.x - 6.0, target.position.x + 6.0);
-            steerTo(wish, x, std::clamp(hero().position.y, target.position.y - 0.6, target.position.y + 0.4), manner.glide);
+            steerTo(wish, x, std::clamp(hero().position.y, target.position.y - 0.6, target.position.y + 0.4),
+                    manner.glide);
             if (heroFacing() != side) {
                 wish.horizontal = side > 0.0 ? 1 : -1;
             }

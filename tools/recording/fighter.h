@@ -4,15 +4,15 @@
 
 namespace dunkman::recording {
 
-// How a fighter fights. `glide`: for how many seconds of its speed the hero moves on after a change of mind, by friction
-// and by slow fingers.
+// How a fighter fights. `glide`: for how many seconds of its speed the hero moves on after a change of mind,
+// by friction and by slow fingers.
 struct Manner {
     bool careful = true;
     double glide = 0.125;
 };
 
-// One step of a fight with the weapon in hand. A careful fighter keeps out of reach, waits for openings and ducks
-// away from a raised arm; a reckless one stands and hits.
+// One step of a fight with the weapon in hand. A careful fighter keeps out of reach, waits for openings and
+// ducks away from a raised arm; a reckless one stands and hits.
 Wish meleeWish(const Manner& manner);
 Wish throwingWish(const Manner& manner);
 

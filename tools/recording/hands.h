@@ -17,6 +17,8 @@ struct Wish {
 // Turns wishes into keys the way fingers do: no key changes faster than a finger can, and actions are taps.
 class Hands {
 public:
+    Hands();
+
     // The keys that are down in the next step.
     const std::set<std::int32_t>& move(const Wish& wish);
 
@@ -35,9 +37,6 @@ private:
     std::array<Finger, 4> directions;
     std::array<Finger, 2> actions;
     std::set<std::int32_t> down;
-
-public:
-    Hands();
 };
 
 } // namespace dunkman::recording

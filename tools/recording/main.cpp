@@ -59,8 +59,9 @@ public:
         const bool armed = static_cast<bool>(hero.heldWeapon);
         if (planLine != lastLine || hero.health != lastHealth || kills != lastKills || armed != lastArmed) {
             std::printf("%7.2f s  x %6.2f y %5.2f  plan line %3d  hearts %d  corpses %zu  %s%s\n",
-                        static_cast<double>(step) / 60.0, hero.position.x, hero.position.y, planLine, hero.health,
-                        kills, armed ? (recording::holdsRangedWeapon() ? "pineapple" : "flamingo") : "unarmed",
+                        static_cast<double>(step) / 60.0, hero.position.x, hero.position.y, planLine,
+                        hero.health, kills,
+                        armed ? (recording::holdsRangedWeapon() ? "pineapple" : "flamingo") : "unarmed",
                         recording::cameraIsHeld() ? "  held" : "");
         }
         lastLine = planLine;
@@ -81,13 +82,15 @@ int author(const Arguments& arguments) {
     const std::vector<recording::Intention> plan = recording::readPlanFile(arguments.plan);
     std::ofstream file(arguments.keys, std::ios::binary);
     std::filesystem::current_path(arguments.data);
-    const recording::Watcher watcher = arguments.verbose ? recording::Watcher(Report()) : recording::Watcher();
+    const recording::Watcher watcher =
+        arguments.verbose ? recording::Watcher(Report()) : recording::Watcher();
     recording::Conditions conditions;
     conditions.longest = arguments.seconds * 60;
     conditions.reactionSteps = arguments.reactionSteps;
     const recording::Performance performance = recording::perform(plan, conditions, watcher);
     headless::resetProgram();
-    file << "# Made by dunkman-author from " << std::filesystem::path(arguments.plan).filename().string() << ".\n"
+    file << "# Made by dunkman-author from " << std::filesystem::path(arguments.plan).filename().string()
+         << ".\n"
          << recording::keyScriptOf(performance);
     file.close();
     std::printf("%.2f s, the hero %s\n", static_cast<double>(performance.steps) / 60.0,

@@ -28,8 +28,8 @@ const Weapon* nearestWeapon(const std::string& kind) {
     const Weapon* nearest = nullptr;
     double least = 0.0;
     world.walk<Weapon>([&](const Weapon& weapon) {
-        const double distance = std::abs(weapon.position.x - hero().position.x) +
-                                std::abs(weapon.position.y - hero().position.y);
+        const double distance =
+            std::abs(weapon.position.x - hero().position.x) + std::abs(weapon.position.y - hero().position.y);
         if ((kind.empty() || isOfKind(weapon, kind)) && (nearest == nullptr || distance < least)) {
             nearest = &weapon;
             least = distance;
@@ -89,12 +89,18 @@ const std::set<std::int32_t>& Pilot::keysForStep() {
 
 std::optional<Wish> Pilot::wishFor(const Intention& intention) {
     switch (intention.verb) {
-    case Verb::Walk: return walkTo(intention.x, intention.y);
-    case Verb::Face: return face(intention.word == "left" ? -1.0 : 1.0);
-    case Verb::Take: return take(intention);
-    case Verb::Swing: return swing(intention);
-    case Verb::Snipe: return snipe(intention.x);
-    case Verb::Fight: return fight(intention);
+    case Verb::Walk:
+        return walkTo(intention.x, intention.y);
+    case Verb::Face:
+        return face(intention.word == "left" ? -1.0 : 1.0);
+    case Verb::Take:
+        return take(intention);
+    case Verb::Swing:
+        return swing(intention);
+    case Verb::Snipe:
+        return snipe(intention.x);
+    case Verb::Fight:
+        return fight(intention);
     case Verb::Kite:
         if (steps * stepSeconds >= intention.x) {
             return std::nullopt;
@@ -141,7 +147,8 @@ std::optional<Wish> Pilot::take(const Intention& intention) {
         walkTo(weapon->position.x, std::fmax(std::fmin(weapon->position.y - 0.9, 1.5), -1.5));
     Wish wish = way.value_or(Wish{});
     const Weapon* within = weaponInReach();
-    wish.pickUp = within != nullptr && isOfKind(*within, intention.word) && hands.canTap() && steps >= nextTap;
+    wish.pickUp =
+        within != nullptr && isOfKind(*within, intention.word) && hands.canTap() && steps >= nextTap;
     if (wish.pickUp) {
         nextTap = steps + tapPause; // a second tap before the first has worked would drop the weapon again
     }
@@ -178,7 +185,8 @@ std::optional<Wish> Pilot::snipe(double distance) {
         } else if ((away > 0.0 ? 1.0 : -1.0) != heroFacing()) {
             wish.horizontal = away > 0.0 ? 1 : -1;
         } else {
-            wish.vertical = signBeyond(target.position.y - hero().position.y - hero().velocity.y * glide, 0.3);
+            wish.vertical =
+                signBeyond(target.position.y - hero().position.y - hero().velocity.y * glide, 0.3);
         }
     }
     return wish;
@@ -208,16 +216,21 @@ std::optional<Wish> Pilot::fight(const Intention& intention) {
 
 bool Pilot::fightIsOver(const Intention& intention) const {
     switch (intention.end) {
-    case FightEnd::Death: return false;
-    case FightEnd::Seconds: return steps * stepSeconds >= intention.x;
-    case FightEnd::Broken: return !hero().heldWeapon || allIsQuiet();
-    case FightEnd::Hearts: return hero().health <= static_cast<int>(intention.x) || allIsQuiet();
+    case FightEnd::Death:
+        return false;
+    case FightEnd::Seconds:
+        return steps * stepSeconds >= intention.x;
+    case FightEnd::Broken:
+        return !hero().heldWeapon || allIsQuiet();
+    case FightEnd::Hearts:
+        return hero().health <= static_cast<int>(intention.x) || allIsQuiet();
     case FightEnd::Kills:
         return world.objectsOfType(ObjectType::ZombieDead).size() >=
                    corpsesBefore + static_cast<std::size_t>(intention.x) ||
                allIsQuiet();
     case FightEnd::Clear:
-    default: return allIsQuiet();
+    default:
+        return allIsQuiet();
     }
 }
 

@@ -1,9 +1,11 @@
 #include "tools/recording/plan.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <utility>
 
 namespace dunkman::recording {
 
@@ -71,7 +73,8 @@ void readFight(Words& words, Intention& intention) {
         words.fail("unknown end of a fight: " + end);
     }
     intention.end = found->second;
-    if (intention.end == FightEnd::Hearts || intention.end == FightEnd::Kills || intention.end == FightEnd::Seconds) {
+    if (intention.end == FightEnd::Hearts || intention.end == FightEnd::Kills ||
+        intention.end == FightEnd::Seconds) {
         intention.x = words.number("count");
     }
 }
@@ -81,16 +84,28 @@ Intention readIntention(Words& words, Verb verb) {
     intention.verb = verb;
     switch (verb) {
     case Verb::Wait:
-    case Verb::Kite: intention.x = words.number("seconds"); break;
-    case Verb::Swing: intention.x = words.number("count"); break;
-    case Verb::Snipe: intention.x = words.number("distance"); break;
+    case Verb::Kite:
+        intention.x = words.number("seconds");
+        break;
+    case Verb::Swing:
+        intention.x = words.number("count");
+        break;
+    case Verb::Snipe:
+        intention.x = words.number("distance");
+        break;
     case Verb::Walk:
         intention.x = words.number("x");
         intention.y = words.number("y");
         break;
-    case Verb::Face: intention.word = words.oneOf("side", "left", "right"); break;
-    case Verb::Take: intention.word = words.oneOf("weapon", "flamingo", "pineapple"); break;
-    case Verb::Fight: readFight(words, intention); break;
+    case Verb::Face:
+        intention.word = words.oneOf("side", "left", "right");
+        break;
+    case Verb::Take:
+        intention.word = words.oneOf("weapon", "flamingo", "pineapple");
+        break;
+    case Verb::Fight:
+        readFight(words, intention);
+        break;
     }
     return intention;
 }

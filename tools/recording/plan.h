@@ -21,7 +21,8 @@ enum class Verb {
     Swing, // COUNT: attacks at once, whoever is there
     Snipe, // DISTANCE: one throw that will hit a zombie at least so far away
     Kite,  // SECONDS: runs rings around the zombies without hitting back
-    Fight, // careful | reckless, then an end: clear | broken | hearts COUNT | kills COUNT | seconds SECONDS | death
+    Fight, // careful | reckless, then an end: clear | broken | hearts COUNT | kills COUNT | seconds SECONDS |
+           // death
 };
 
 // Apart from seconds and death, a fight also ends when nobody is left.
@@ -31,7 +32,7 @@ enum class FightEnd { Clear, Broken, Hearts, Kills, Seconds, Death };
 // One line of a plan: what the hero wants until it is done.
 struct Intention {
     Verb verb = Verb::Wait;
-    double x = 0.0; // the first number of the line; metres, seconds or a count
+    double x = 0.0; // the first number of the line; units, seconds or a count
     double y = 0.0; // the second one
     std::string word;
     bool careful = true;

@@ -34,8 +34,9 @@ std::vector<const Zombie*> zombiesInSight() {
             seen.push_back(&zombie);
         }
     });
-    std::stable_sort(seen.begin(), seen.end(),
-                     [](const Zombie* left, const Zombie* right) { return distanceTo(*left) < distanceTo(*right); });
+    std::stable_sort(seen.begin(), seen.end(), [](const Zombie* left, const Zombie* right) {
+        return distanceTo(*left) < distanceTo(*right);
+    });
     return seen;
 }
 
@@ -46,9 +47,7 @@ bool cameraIsHeld() {
 
 double heroFacing() { return hero().mirrorX ? -1.0 : 1.0; }
 
-bool holdsRangedWeapon() {
-    return hero().heldWeapon && hero().heldWeapon->getType() != ObjectType::Flamingo;
-}
+bool holdsRangedWeapon() { return hero().heldWeapon && hero().heldWeapon->getType() != ObjectType::Flamingo; }
 
 bool weaponIsReady() { return hero().heldWeapon && !hero().heldWeapon->attackTimeout.running; }
 
@@ -70,7 +69,8 @@ bool inSwing(const Zombie& zombie, double facing) {
 bool isVulnerable(const Zombie& zombie) { return !zombie.invulnerableTimer.running; }
 
 bool canStrike(const Zombie& zombie) {
-    const double gapX = std::abs(hero().position.x - zombie.position.x) - hero().size.x * 0.5 - zombie.size.x * 0.45;
+    const double gapX =
+        std::abs(hero().position.x - zombie.position.x) - hero().size.x * 0.5 - zombie.size.x * 0.45;
     const double gapY = std::abs(hero().position.y - zombie.position.y);
     return std::abs(gapX) < zombie.size.x * 0.1 && gapY < zombie.size.y * 0.1;
 }
@@ -79,7 +79,8 @@ double secondsUntilStrike(const Zombie& zombie) {
     if (!zombie.attackArmed) {
         return never;
     }
-    return zombie.attackRateTimer.running ? zombie.attackRateTimer.duration - zombie.attackRateTimer.elapsed : 0.0;
+    return zombie.attackRateTimer.running ? zombie.attackRateTimer.duration - zombie.attackRateTimer.elapsed
+                                          : 0.0;
 }
 
 const Weapon* weaponInReach() {
@@ -90,8 +91,10 @@ const Weapon* weaponInReach() {
     double least = 0.0;
     world.walk<Weapon>([&](const Weapon& weapon) {
         const Rect bounds = weapon.getBounds();
-        if (bounds.maxX > body.minX && body.maxX > bounds.minX && bounds.maxY > body.minY && body.maxY > bounds.minY) {
-            const double distance = std::abs(weapon.position.x - reachX) + std::abs(weapon.position.y - reachY);
+        if (bounds.maxX > body.minX && body.maxX > bounds.minX && bounds.maxY > body.minY &&
+            body.maxY > bounds.minY) {
+            const double distance =
+                std::abs(weapon.position.x - reachX) + std::abs(weapon.position.y - reachY);
             if (nearest == nullptr || distance < least) {
                 nearest = &weapon;
                 least = distance;

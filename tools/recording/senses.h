@@ -32,7 +32,8 @@ bool inSwing(const Zombie& zombie, double facing);
 // Whether a hit would count.
 bool isVulnerable(const Zombie& zombie);
 
-// Whether the zombie stands where it can strike, and the seconds until it does (a large number when not winding up).
+// Whether the zombie stands where it can strike, and the seconds until it does (a large number when not
+// winding up).
 bool canStrike(const Zombie& zombie);
 double secondsUntilStrike(const Zombie& zombie);
 
