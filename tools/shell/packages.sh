@@ -39,15 +39,16 @@ need_packages() {
     rm -f "$log"
 }
 
-# configure_and_build PRESET [TARGET...]: quiet when all is well, the whole log when not.
+# configure_and_build PRESET TESTS [TARGET...]: TESTS is ON or OFF; building them needs more packages. Quiet when all is
+# well, the end of the log when not.
 configure_and_build() {
-    local preset=$1 log
-    shift
+    local preset=$1 tests=$2 log
+    shift 2
     local targets=()
     [ $# -gt 0 ] && targets=(--target "$@")
     log=build/$preset.log
     mkdir -p build
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" -DDUNKMAN_TESTS="$tests" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
         tail -n 60 "$log" >&2
         say "the $preset build failed; the whole log is in $log"
         exit 1
