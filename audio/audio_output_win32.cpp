@@ -14,7 +14,7 @@ namespace dunkman {
 namespace {
 
 // A thread that is not caught in a call of the system ends within one or two milliseconds.
-constexpr unsigned threadMilliseconds = 80;
+constexpr unsigned threadMilliseconds = 60;
 
 } // namespace
 
