@@ -42,6 +42,10 @@ bool World::isQueuedForDetach(const Object& object) const {
     return std::find(pendingDetach.begin(), pendingDetach.end(), &object) != pendingDetach.end();
 }
 
+bool World::isQueuedForDestroy(const Object& object) const {
+    return std::find(pendingDestroy.begin(), pendingDestroy.end(), &object) != pendingDestroy.end();
+}
+
 void World::applyPending() {
     for (OwnedObject& object : pendingAdd) {
         auto& bucket = buckets[indexOf(object->getType())];

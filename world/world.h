@@ -38,6 +38,7 @@ public:
     void queueDestroy(Object& object);
 
     bool isQueuedForDetach(const Object& object) const;
+    bool isQueuedForDestroy(const Object& object) const;
 
     // The objects of exactly this type.
     std::span<const OwnedObject> objectsOfType(ObjectType type) const { return buckets[indexOf(type)]; }
