@@ -50,6 +50,7 @@ void startProgram() {
     const SmallData data;
     data.write("recipes.json5", recipes());
     data.write("prefabs.json5", prefabs);
+    data.write("scene.json5", R"([{"recipe": "Player"}])");
     startUp(InputMode::Record, ScreenId::Game);
 }
 

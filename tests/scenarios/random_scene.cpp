@@ -82,7 +82,7 @@ constexpr std::array<std::string_view, 4> zombieRecipes = {"weakZombie", "zombie
 std::string RandomScene::number() {
     if (chance(0.06)) {
         // Once in a long while a literal that the reader itself refuses.
-        return chance(0.002) ? "1e9999" : std::string(oneOf(nastyNumbers));
+        return chance(0.002) ? std::string("1e9999") : std::string(oneOf(nastyNumbers));
     }
     char text[32];
     std::snprintf(text, sizeof text, "%.2f", (static_cast<double>(below(1200)) - 300.0) / 100.0);
@@ -100,7 +100,11 @@ std::string RandomScene::pair() {
     if (chance(0.2)) {
         return number();
     }
-    return "[" + number() + ", " + number() + "]";
+    std::string text = "[";
+    text += number();
+    text += ", ";
+    text += number();
+    return text + "]";
 }
 
 std::string RandomScene::anything() { return chance(0.5) ? std::string(oneOf(oddValues)) : pair(); }
@@ -129,7 +133,8 @@ std::string RandomScene::valueFor(std::string_view kind) {
         return std::to_string(below(chance(0.05) ? 7 : 5));
     }
     if (kind == "place") {
-        return "[" + std::to_string(below(25)) + ", " + number() + "]";
+        const std::string x = std::to_string(below(25));
+        return "[" + x + ", " + number() + "]";
     }
     return kind == "pair" ? pair() : number();
 }
@@ -139,8 +144,8 @@ void RandomScene::appendProperties(std::string& out, ObjectType type, std::uint3
         const Property& property = properties[below(static_cast<std::uint32_t>(properties.size()))];
         // Every heart of the hero is drawn, so a huge health only takes time; and he is no use when dead.
         const bool spared = property.kind == "health" && type == ObjectType::Player;
-        out += ", \"" + std::string(property.key) +
-               "\": " + (spared ? std::to_string(below(9)) : valueFor(property.kind));
+        out += ", \"" + std::string(property.key) + "\": ";
+        out += spared ? std::to_string(below(9)) : valueFor(property.kind);
     }
     if (chance(0.05)) {
         out += ", \"noSuchKey\": " + anything();
@@ -171,10 +176,18 @@ std::string RandomScene::recipes() {
                      "pineapple": {"_type": "Pineapple"}, "arena": {"_type": "Arena"}, "point": {"_type": "SpawnPoint"}})";
 }
 
+void RandomScene::appendPlace(std::string& out) {
+    out += ", \"position\": [" + std::to_string(static_cast<std::int32_t>(below(24)) - 8);
+    out += "." + std::to_string(below(10));
+    out += chance(0.5) ? ", 0." : ", -0.";
+    out += std::to_string(below(10)) + "]";
+}
+
 std::string RandomScene::entry(std::uint32_t prefabsAllowed) {
     std::string text = "{\"tag\": \"t" + std::to_string(below(3)) + '"';
     if (prefabsAllowed > 0 && chance(0.15)) {
-        text += ", \"prefab\": \"p" + std::to_string(below(prefabsAllowed)) + "\", \"offset\": " + pair();
+        text += ", \"prefab\": \"p" + std::to_string(below(prefabsAllowed));
+        text += "\", \"offset\": " + pair();
         if (chance(0.5)) {
             text += ", \"overrides\": {\"t" + std::to_string(below(3)) + "\": {\"_type\": \"Object\"";
             appendProperties(text, ObjectType::Player, 3);
@@ -182,13 +195,12 @@ std::string RandomScene::entry(std::uint32_t prefabsAllowed) {
         }
         return text + "}";
     }
-    const std::uint32_t recipe = below(static_cast<std::uint32_t>(recipeTypes.size()));
     if (chance(0.0005)) {
         return text + ", \"recipe\": \"unknown\"}";
     }
-    text += ", \"recipe\": \"r" + std::to_string(recipe) + "\", \"position\": [" +
-            std::to_string(static_cast<std::int32_t>(below(24)) - 8) + "." + std::to_string(below(10)) +
-            ", " + (chance(0.5) ? "0." : "-0.") + std::to_string(below(10)) + "]";
+    const std::uint32_t recipe = below(static_cast<std::uint32_t>(recipeTypes.size()));
+    text += ", \"recipe\": \"r" + std::to_string(recipe) + '"';
+    appendPlace(text);
     appendProperties(text, recipeTypes[recipe], 4);
     return text + "}";
 }

@@ -26,6 +26,7 @@ public:
     bool chance(double probability) { return static_cast<double>(below(1'000'000)) < probability * 1e6; }
 
 private:
+    // No expression draws twice: compilers differ in which side of a + they see to first.
     template <class List> auto oneOf(const List& list) {
         return list[below(static_cast<std::uint32_t>(std::size(list)))];
     }
@@ -37,6 +38,7 @@ private:
     std::string picture();
     std::string valueFor(std::string_view kind);
     void appendProperties(std::string& out, ObjectType type, std::uint32_t most);
+    void appendPlace(std::string& out);
     std::string entry(std::uint32_t prefabsAllowed);
 
     std::mt19937_64 engine;

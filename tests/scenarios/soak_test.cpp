@@ -123,8 +123,8 @@ private:
         if (random.chance(0.97)) {
             return sixtieth;
         }
-        return static_cast<std::int64_t>(random.below(4)) * sixtieth *
-               static_cast<std::int64_t>(random.below(30));
+        const std::int64_t factor = random.below(4);
+        return factor * sixtieth * static_cast<std::int64_t>(random.below(30));
     }
 
     void look() {
