@@ -345,7 +345,10 @@ FakeCoreAudio::FakeCoreAudio(Script script) : state(std::make_unique<State>()) {
     state->system = std::make_unique<FakeSystem>(*state);
 }
 
-FakeCoreAudio::~FakeCoreAudio() { CloseHandle(state->threadEnded); }
+FakeCoreAudio::~FakeCoreAudio() {
+    waitForThreadEnd();
+    CloseHandle(state->threadEnded);
+}
 
 AudioSystem& FakeCoreAudio::system() { return *state->system; }
 
