@@ -14,6 +14,7 @@
 #include "json5/reader.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
+#include "tools/headless/runner.h"
 #include "tools/simulated/platform_sim.h"
 #include "world/player.h"
 #include "world/world.h"
@@ -45,14 +46,21 @@ constexpr std::string_view prefabs = R"({
     "more": [{"prefab": "some", "offset": [1, 0]}, {"recipe": "Arena", "tag": "arena"}, {"recipe": "SpawnPoint"}]
 })";
 
-// The program stays started from one input to the next; its files are needed only while it starts.
-void startProgram() {
-    const SmallData data;
-    data.write("recipes.json5", recipes());
-    data.write("prefabs.json5", prefabs);
-    data.write("scene.json5", R"([{"recipe": "Player"}])");
-    startUp(InputMode::Record, ScreenId::Game);
-}
+// The program, started once for all inputs; its files are needed only while it starts.
+class StartedProgram {
+public:
+    StartedProgram() {
+        const SmallData data;
+        data.write("recipes.json5", recipes());
+        data.write("prefabs.json5", prefabs);
+        data.write("scene.json5", R"([{"recipe": "Player"}])");
+        headless::resetProgram();
+        startUp(InputMode::Record, ScreenId::Game);
+    }
+    ~StartedProgram() { headless::resetProgram(); }
+    StartedProgram(const StartedProgram&) = delete;
+    StartedProgram& operator=(const StartedProgram&) = delete;
+};
 
 void play(std::string_view scene) {
     JsonValue entries;
@@ -83,8 +91,7 @@ void play(std::string_view scene) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const bool started = (startProgram(), true);
-    static_cast<void>(started);
+    static const StartedProgram program;
     resetWorld();
     resetRecording();
     clearKeyStates();

@@ -1,5 +1,7 @@
 #include "tests/scenarios/play.h"
 
+#include <stdexcept>
+
 #include <gtest/gtest.h>
 
 #include "app/main_loop.h"
@@ -108,7 +110,11 @@ void Play::untilTheEnd(int most) {
 }
 
 Zombie& Play::zombie(std::size_t number) {
-    return static_cast<Zombie&>(*world.objectsOfType(ObjectType::Zombie)[number]);
+    const auto bucket = world.objectsOfType(ObjectType::Zombie);
+    if (number >= bucket.size()) {
+        throw std::out_of_range("there are only " + std::to_string(bucket.size()) + " zombies");
+    }
+    return static_cast<Zombie&>(*bucket[number]);
 }
 
 std::vector<Vec2> Play::zombiePlaces() {

@@ -57,7 +57,7 @@ public:
     static Camera& camera() { return *world.first<Camera>(); }
     static Arena* arena() { return world.first<Arena>(); }
     static std::size_t count(ObjectType type) { return world.objectsOfType(type).size(); }
-    static Zombie& zombie(std::size_t number = 0);
+    static Zombie& zombie(std::size_t number = 0); // throws std::out_of_range
     static std::vector<Vec2> zombiePlaces();
     static bool isArmed() { return Play::hero().heldWeapon != nullptr; }
     static bool isOver() { return currentScreenName() == "GameOver"; }
