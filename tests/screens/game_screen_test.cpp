@@ -110,7 +110,7 @@ TEST_F(GameScreenTest, WorldViewLooksFromTenUnitsAtTheCamerasPoint) {
     const Matrix4 view = worldViewProjection(3.0, 2.0);
     // The look point is in the middle of the screen, and a tenth of the screen's half height at tan of half the angle.
     const auto project = [&view](double x, double y) {
-        const double w = view[15];
+        const auto w = static_cast<double>(view[15]);
         return std::pair(static_cast<double>(view[0]) * x / w + static_cast<double>(view[12]) / w,
                          static_cast<double>(view[5]) * y / w + static_cast<double>(view[13]) / w);
     };
