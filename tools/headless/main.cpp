@@ -24,6 +24,11 @@ struct CloseFile {
 };
 using OutputFile = std::unique_ptr<std::FILE, CloseFile>;
 
+// The game leaves its screens to the end of the process, which a leak checker would report.
+struct TidyAtTheEnd {
+    ~TidyAtTheEnd() { headless::resetProgram(); }
+};
+
 // Files named on the command line are opened before the run moves to the data folder.
 int runWith(const headless::Options& options) {
     headless::KeyScript keyScript;
@@ -44,6 +49,7 @@ int runWith(const headless::Options& options) {
     }
     simulated::makeStandardOutputBinary();
     std::FILE* const output = file ? file.get() : stdout;
+    const TidyAtTheEnd tidy;
     headless::run(options, std::move(keyScript), [output](std::string_view text) {
         std::fwrite(text.data(), 1, text.size(), output);
         std::fflush(output);
