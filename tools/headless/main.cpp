@@ -29,6 +29,14 @@ struct TidyAtTheEnd {
     ~TidyAtTheEnd() { headless::resetProgram(); }
 };
 
+// The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
+struct ResetAtEnd {
+    ResetAtEnd() = default;
+    ~ResetAtEnd() { headless::resetProgram(); }
+    ResetAtEnd(const ResetAtEnd&) = delete;
+    ResetAtEnd& operator=(const ResetAtEnd&) = delete;
+};
+
 // Files named on the command line are opened before the run moves to the data folder.
 int runWith(const headless::Options& options) {
     headless::KeyScript keyScript;
@@ -48,6 +56,7 @@ int runWith(const headless::Options& options) {
         throw headless::UsageError("--data: " + options.dataFolder + ": " + error.message());
     }
     simulated::makeStandardOutputBinary();
+    const ResetAtEnd resetAtEnd;
     std::FILE* const output = file ? file.get() : stdout;
     const TidyAtTheEnd tidy;
     headless::run(options, std::move(keyScript), [output](std::string_view text) {
