@@ -24,11 +24,6 @@ struct CloseFile {
 };
 using OutputFile = std::unique_ptr<std::FILE, CloseFile>;
 
-// The game leaves its screens to the end of the process, which a leak checker would report.
-struct TidyAtTheEnd {
-    ~TidyAtTheEnd() { headless::resetProgram(); }
-};
-
 // The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
 struct ResetAtEnd {
     ResetAtEnd() = default;
@@ -58,7 +53,6 @@ int runWith(const headless::Options& options) {
     simulated::makeStandardOutputBinary();
     const ResetAtEnd resetAtEnd;
     std::FILE* const output = file ? file.get() : stdout;
-    const TidyAtTheEnd tidy;
     headless::run(options, std::move(keyScript), [output](std::string_view text) {
         std::fwrite(text.data(), 1, text.size(), output);
         std::fflush(output);
