@@ -49,3 +49,8 @@ if(DUNKMAN_SANITIZE)
         add_compile_options(-O1)
     endif()
 endif()
+
+if(DUNKMAN_FUZZERS)
+    # The entries alone would see no coverage of the libraries that they are for.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

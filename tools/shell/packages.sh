@@ -1,7 +1,7 @@
 # Sourced by the commands at the root: installs what a fresh Debian machine lacks.
 
 packages_windows_build="g++-mingw-w64-x86-64-posix cmake ninja-build"
-packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly"
+packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good"
 packages_display="xvfb xdotool x11-utils imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest libbenchmark-dev libmpfr-dev libpng-dev khronos-api glslang-tools librsvg2-bin python3"
