@@ -36,7 +36,7 @@ void GameOverScreen::render() {
     drawInterfacePicture("cocktailSpill", {0.0, 0.35}, 4.0, 0.0, 0.1);
     drawTextEndingAt("RETRY", 0.5, {0.35, -2.5});
     drawInterfacePicture("btnX", {0.95, -2.5}, keyHeight, 0.0, 0.0);
-    drawTextEndingAt("QUIT", 0.5, {0.15, -3.65});
+    drawTextEndingAt("QUIT", 0.5, {0.0, -3.65});
     drawInterfacePicture("btnEsc", {0.75, -3.65}, keyHeight, 0.0, 0.0);
     drawSecondSpill();
 }

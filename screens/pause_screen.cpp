@@ -20,7 +20,7 @@ void PauseScreen::render() {
     drawCreditLines();
     drawTextEndingAt("CONTINUE", 0.5, {1.2, 1.5});
     drawInterfacePicture("btnX", {1.8, 1.5}, 0.7, 0.0, 0.0);
-    drawTextEndingAt("EXIT TO MENU", 0.5, {1.2, 0.4});
+    drawTextEndingAt("EXIT TO MENU", 0.5, {1.05, 0.4});
     drawInterfacePicture("btnEsc", {1.8, 0.4}, 0.7, 0.0, 0.0);
 }
 
