@@ -7,6 +7,7 @@
 #include "audio/output.h"
 #include "render/gl.h"
 #include "render/renderer.h"
+#include "render/warm_up.h"
 
 namespace dunkman {
 
@@ -23,6 +24,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
 
     createRenderer();
     assetCatalog.loadAll();
+    warmUpDriver();
     glClearColor(0.1f, 0.2f, 0.3f, 1.0f);
 
     createScreens();

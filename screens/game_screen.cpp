@@ -6,6 +6,7 @@
 #include "assets/scene_loader.h"
 #include "render/gl.h"
 #include "render/image_table.h"
+#include "render/warm_up.h"
 #include "world/camera.h"
 #include "world/player.h"
 #include "world/world.h"
@@ -58,11 +59,22 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
     const float depthOffset = -(2.0f * farPlane * nearPlane) / (farPlane - nearPlane);
     // The view moves the world by (-x, -y, -10).
     const auto distance = static_cast<float>(cameraDistance);
-    return {scaleX, 0, 0, 0,
-            0, scaleY, 0, 0,
-            0, 0, depthScale, -1,
-            scaleX * -static_cast<float>(lookX), scaleY * -static_cast<float>(lookY),
-            depthScale * -distance + depthOffset, distance};
+    return {scaleX,
+            0,
+            0,
+            0,
+            0,
+            scaleY,
+            0,
+            0,
+            0,
+            0,
+            depthScale,
+            -1,
+            scaleX * -static_cast<float>(lookX),
+            scaleY * -static_cast<float>(lookY),
+            depthScale * -distance + depthOffset,
+            distance};
 }
 
 Matrix4 healthViewProjection() {
@@ -75,6 +87,10 @@ GameScreen::GameScreen() {
     backdrop.texture = imageByKey("sunset");
     backdrop.position = {0.0, 0.3};
     backdrop.size = {2.0, 2.0};
+    // Drivers make code for drawing without depth writes apart from the rest.
+    glDepthMask(GLboolean{0});
+    drawUnseen(backdrop.texture);
+    glDepthMask(GLboolean{1});
     loadScene();
 }
 

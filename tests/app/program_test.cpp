@@ -1,5 +1,8 @@
 #include "app/program.h"
 
+#include <set>
+#include <string>
+
 #include "app/state/fatal.h"
 #include "render/image_table.h"
 #include "tests/fakes/program_fixture.h"
@@ -31,6 +34,20 @@ TEST_F(Program, StartsOnTheLoadingScreen) {
     start(InputMode::Live);
     EXPECT_TRUE(isCurrent(ScreenId::Loading));
     EXPECT_EQ(screenTable.size(), screenCount);
+}
+
+TEST_F(Program, HasDrawnEveryTextureUnseenBeforeTheFirstFrame) {
+    std::multiset<std::string> drawn;
+    for (const std::string& line : drawLines([] { startUp(InputMode::Live); })) {
+        const std::size_t name = line.find("image=") + 6;
+        drawn.insert(line.substr(name, line.find(' ', name) - name));
+    }
+    for (const auto& [key, texture] : imageTable) {
+        EXPECT_GE(drawn.count(key), 1u) << key;
+    }
+    EXPECT_EQ(drawn.count("glyph:A"), 1u);
+    EXPECT_EQ(drawn.count("glyph:Z"), 1u);
+    EXPECT_EQ(drawn.count("sunset"), 2u); // once as the backdrop is drawn, without depth writes
 }
 
 TEST_F(Program, TimeCountsFromTheEndOfStartUp) {

@@ -1,0 +1,23 @@
+#include "render/warm_up.h"
+
+#include "render/image_table.h"
+#include "render/sprite.h"
+
+namespace dunkman {
+
+void drawUnseen(const Texture2D& texture) {
+    Vec2 pivot;
+    drawSprite(texture, false, false, SpriteMode::Interface, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {0.0, 0.0},
+               {0.0, 0.0}, pivot, {1.0, 1.0}, 0.0, 0.0);
+}
+
+void warmUpDriver() {
+    for (const auto& [key, texture] : imageTable) {
+        drawUnseen(texture);
+    }
+    for (const Texture2D& texture : glyphTable) {
+        drawUnseen(texture);
+    }
+}
+
+} // namespace dunkman
