@@ -51,6 +51,26 @@ start_sound() {
     say "the sound server did not start; going on without sound"
 }
 
+# prefer_sound PROGRAM.exe: lets the threads that carry its sound run before those that draw, as Windows does for a
+# thread that registers as "Pro Audio" and Wine does not. Does nothing where real-time scheduling is not allowed.
+prefer_sound() {
+    local program=${1:0:15} process task name
+    for process in /proc/[0-9]*; do
+        name=$(cat "$process/comm" 2>/dev/null)
+        [ "$name" = "$program" ] || [ "$name" = wineserver64 ] || [ "$name" = wineserver ] || continue
+        grep -qzFx "WINEPREFIX=$WINEPREFIX" "$process/environ" 2>/dev/null || continue
+        for task in "$process"/task/*; do
+            # The game's main thread and those that draw for it stay as they are. Its events pass through wineserver.
+            case $(cat "$task/comm" 2>/dev/null) in
+                winepulse_* | wineserver*) ;;
+                "$program") [ "${task##*/}" != "${process##*/}" ] || continue ;;
+                *) continue ;;
+            esac
+            chrt --rr --pid 4 "${task##*/}" >/dev/null 2>&1
+        done
+    done
+}
+
 begin_desktop() { desktop_folder=$(mktemp -d); }
 
 end_desktop() {

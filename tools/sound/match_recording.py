@@ -123,7 +123,8 @@ def find_stretches(recording, pieces):
 
 
 def longest_gap(recording, stretch):
-    """Seconds of silence in the recording where the piece, at the stretch's usual offset, is not silent."""
+    """The longest silence in the recording where the piece, at the stretch's usual offset, is not silent: its length
+    and its place, both in seconds."""
     offset = int(numpy.median(stretch.offsets()))
     # The first and the last window may reach into what comes before and behind.
     start, end = stretch.start + HOP, stretch.end - HOP
@@ -134,11 +135,12 @@ def longest_gap(recording, stretch):
     reach = RATE // 200
     loud = numpy.convolve(wanted, numpy.ones(reach) / reach, mode="same") > 16 * QUIET
     silent = (heard < QUIET) & loud
-    longest = run = 0
-    for value in silent:
-        run = run + 1 if value else 0
-        longest = max(longest, run)
-    return longest / RATE
+    turns = numpy.flatnonzero(numpy.diff(numpy.concatenate([[0], silent.astype(numpy.int8), [0]])))
+    begins, lengths = turns[::2], turns[1::2] - turns[::2]
+    if len(begins) == 0:
+        return 0.0, start / RATE
+    longest = int(numpy.argmax(lengths))
+    return float(lengths[longest] / RATE), (start + begins[longest]) / RATE
 
 
 def main():
@@ -157,14 +159,14 @@ def main():
     for stretch in stretches:
         offsets = numpy.array(stretch.offsets())
         drift = (offsets.max() - offsets.min()) / RATE
-        gap = longest_gap(recording, stretch)
+        gap, gap_at = longest_gap(recording, stretch)
         judged = stretch.start / RATE >= arguments.ignore
         fault = judged and (gap > LONGEST_GAP or drift > LARGEST_DRIFT)
         good = good and not fault
         print(
             f"{stretch.start / RATE:7.2f} s to {stretch.end / RATE:7.2f} s: {stretch.piece.name},"
             f" piece begins at {offsets[0] / RATE:.4f} s, offset moves by {1000 * drift:.2f} ms,"
-            f" longest gap {1000 * gap:.2f} ms{'' if not fault else '  <-- fault'}{'' if judged else '  (not judged)'}"
+            f" longest gap {1000 * gap:.2f} ms at {gap_at:.2f} s{'' if not fault else '  <-- fault'}{'' if judged else '  (not judged)'}"
         )
         if fault:
             for (at, _), before, after in zip(stretch.matches[1:], offsets, offsets[1:]):
