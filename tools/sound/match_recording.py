@@ -6,8 +6,9 @@ match_recording.py [--expect NAME,NAME] [--ignore SECONDS] RECORDING.raw MUSIC.r
 All files are mono 32-bit floats at 48 kHz. Each window of the recording is matched against each piece by normalised
 cross-correlation; windows that follow each other in the same piece make a stretch. Within a stretch the recording is
 then compared with the piece sample by sample: where it is silent although the piece is not, there is a gap; where the
-offset between the two changes, there is a jump. Exit status 1 if a stretch has a gap of more than 1 ms or its offset
-moves by more than 5 ms, or if the expected pieces are not heard in their order; 2 if there is nothing to judge.
+offset between the two changes, there is a jump. Exit status 1 if a stretch has a gap of more than 1 ms, its offset
+moves by more than 5 ms or its piece comes back after a break, or if the expected pieces are not heard in their order;
+2 if there is nothing to judge.
 """
 import argparse
 import os
@@ -136,6 +137,8 @@ def longest_gap(recording, stretch):
     loud = numpy.convolve(wanted, numpy.ones(reach) / reach, mode="same") > 16 * QUIET
     silent = (heard < QUIET) & loud
     turns = numpy.flatnonzero(numpy.diff(numpy.concatenate([[0], silent.astype(numpy.int8), [0]])))
+    if len(turns) > 0 and turns[-1] == len(silent):
+        turns = turns[:-2]  # the music has ended, for instance with the program
     begins, lengths = turns[::2], turns[1::2] - turns[::2]
     if len(begins) == 0:
         return 0.0, start / RATE
@@ -172,6 +175,10 @@ def main():
             for (at, _), before, after in zip(stretch.matches[1:], offsets, offsets[1:]):
                 if abs(after - before) > RATE * LARGEST_DRIFT / 5:
                     print(f"        at {at / RATE:.2f} s the offset jumps by {1000 * (after - before) / RATE:.2f} ms")
+    for before, after in zip(stretches, stretches[1:]):
+        if before.piece is after.piece and after.start / RATE >= arguments.ignore:
+            print(f"{before.piece.name} breaks off at {before.end / RATE:.2f} s and is back at {after.start / RATE:.2f} s")
+            good = False
     heard = []
     for stretch in stretches:
         if not heard or heard[-1] != stretch.piece.name:
