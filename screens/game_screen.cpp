@@ -59,22 +59,11 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
     const float depthOffset = -(2.0f * farPlane * nearPlane) / (farPlane - nearPlane);
     // The view moves the world by (-x, -y, -10).
     const auto distance = static_cast<float>(cameraDistance);
-    return {scaleX,
-            0,
-            0,
-            0,
-            0,
-            scaleY,
-            0,
-            0,
-            0,
-            0,
-            depthScale,
-            -1,
-            scaleX * -static_cast<float>(lookX),
-            scaleY * -static_cast<float>(lookY),
-            depthScale * -distance + depthOffset,
-            distance};
+    return {scaleX, 0, 0, 0,
+            0, scaleY, 0, 0,
+            0, 0, depthScale, -1,
+            scaleX * -static_cast<float>(lookX), scaleY * -static_cast<float>(lookY),
+            depthScale * -distance + depthOffset, distance};
 }
 
 Matrix4 healthViewProjection() {
