@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "app/platform.h"
+#include "platform/platform.h"
 #include "app/recording.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "audio/output.h"
 #include "render/gl.h"
 #include "screens/screen.h"

@@ -5,9 +5,9 @@
 #include <cstdint>
 
 #include "app/frame.h"
-#include "app/platform.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "platform/platform.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "render/gl.h"
 
 namespace dunkman {

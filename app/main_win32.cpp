@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "app/platform.h"
-#include "app/platform_win32.h"
+#include "platform/platform.h"
+#include "platform/platform_win32.h"
 #include "app/program.h"
 
 // The build compiles this file once for each variant of the program, with its input mode.

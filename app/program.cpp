@@ -1,7 +1,7 @@
 #include "app/program.h"
 
 #include "app/main_loop.h"
-#include "app/platform.h"
+#include "platform/platform.h"
 #include "app/recording.h"
 #include "assets/catalog.h"
 #include "audio/output.h"

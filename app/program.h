@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "screens/screen.h"
 
 namespace dunkman {

@@ -7,8 +7,8 @@
 #include <system_error>
 #include <utility>
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
 #include "json5/reader.h"
 #include "json5/value.h"
 #include "json5/writer.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "app/state/key_states.h"
+#include "base/key_states.h"
 
 // A game as the list of its key changes per step. Applies only while the game screen is current. Main thread only.
 namespace dunkman {

@@ -16,7 +16,7 @@
 #include <mfreadwrite.h>
 #include <objbase.h>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "audio/call_result.h"
 #include "audio/com_handle.h"
 #include "audio/mp3_file.h"

@@ -1,4 +1,4 @@
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "audio/audio_output.h"
 #include "audio/fed_ring.h"
 #include "audio/output.h"

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 
 namespace dunkman {
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <numeric>
 
-#include "app/state/exact_math.h"
+#include "exact/exact_math.h"
 
 namespace dunkman {
 

@@ -1,3 +1,3 @@
 dunkman_benchmark(audio_bench
     SOURCES audio_bench.cpp
-    LINKS audio simulated_platform)
+    LINKS audio simulated_machine)

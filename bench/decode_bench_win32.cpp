@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "audio/decode.h"
 
 void dunkman::debugText(std::string_view line) {

@@ -1,1 +1,1 @@
-dunkman_benchmark(exact_math_bench SOURCES exact_math_bench.cpp LINKS app_state)
+dunkman_benchmark(exact_math_bench SOURCES exact_math_bench.cpp LINKS exact)

@@ -1,6 +1,6 @@
 // Nanoseconds for each call of the exact functions, over arguments as the game has them; the C library's
 // functions stand beside them for comparison.
-#include "app/state/exact_math.h"
+#include "exact/exact_math.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

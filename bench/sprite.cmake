@@ -1,1 +1,1 @@
-dunkman_benchmark(sprite_bench SOURCES ${CMAKE_CURRENT_LIST_DIR}/sprite_bench.cpp LINKS render simulated_platform)
+dunkman_benchmark(sprite_bench SOURCES ${CMAKE_CURRENT_LIST_DIR}/sprite_bench.cpp LINKS render simulated_machine)

@@ -7,7 +7,7 @@
 #include "render/renderer.h"
 #include "render/sprite.h"
 #include "render/text.h"
-#include "tools/simulated/gl_sim.h"
+#include "platform/simulated/gl_sim.h"
 
 // Submission of sprites against an OpenGL that draws nothing: what the renderer itself costs. Run from the
 // repository's root.

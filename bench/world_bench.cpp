@@ -6,15 +6,15 @@
 #include <filesystem>
 #include <string>
 
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "assets/catalog.h"
-#include "assets/scene_loader.h"
+#include "world/scene_loader.h"
 #include "json5/reader.h"
 #include "render/image_table.h"
 #include "render/renderer.h"
-#include "tools/simulated/gl_sim.h"
-#include "tools/simulated/platform_sim.h"
+#include "platform/simulated/gl_sim.h"
+#include "platform/simulated/platform_sim.h"
 #include "world/camera.h"
 #include "world/player.h"
 #include "world/projectile.h"

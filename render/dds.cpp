@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 
 namespace dunkman {
 namespace {

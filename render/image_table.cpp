@@ -1,6 +1,6 @@
 #include "render/image_table.h"
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 
 namespace dunkman {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/binding_state.h"
 #include "render/gl.h"
 

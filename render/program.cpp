@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "render/binding_state.h"
 #include "render/gl.h"
 

@@ -6,8 +6,8 @@
 #include <iterator>
 #include <vector>
 
-#include "app/state/debug_output.h"
-#include "app/state/fatal.h"
+#include "base/debug_output.h"
+#include "base/fatal.h"
 
 namespace dunkman {
 namespace {

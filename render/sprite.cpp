@@ -1,7 +1,7 @@
 #include "render/sprite.h"
 
-#include "app/state/exact_math.h"
-#include "app/state/frame_state.h"
+#include "exact/exact_math.h"
+#include "base/frame_state.h"
 #include "render/binding_state.h"
 #include "render/renderer.h"
 #include "render/renderer_objects.h"

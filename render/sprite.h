@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "render/geometry.h"
+#include "base/geometry.h"
 #include "render/texture.h"
 
 namespace dunkman {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "render/image_table.h"
+#include "render/sprite.h"
 
 namespace dunkman {
 namespace {

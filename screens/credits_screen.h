@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/text.h"
+#include "screens/menu_decoration.h"
 #include "screens/hold_timer.h"
 #include "screens/screen.h"
 

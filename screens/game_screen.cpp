@@ -1,9 +1,9 @@
 #include "screens/game_screen.h"
 
-#include "app/state/exact_math.h"
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
-#include "assets/scene_loader.h"
+#include "exact/exact_math.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
+#include "world/scene_loader.h"
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/warm_up.h"

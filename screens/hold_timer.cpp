@@ -1,6 +1,6 @@
 #include "screens/hold_timer.h"
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 
 namespace dunkman {
 

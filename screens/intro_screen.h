@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "render/text.h"
+#include "screens/menu_decoration.h"
 #include "screens/screen.h"
 
 namespace dunkman {

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
+#include "render/picture.h"
 #include "render/text.h"
 
 namespace dunkman {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "render/geometry.h"
+#include "base/geometry.h"
 
 // What the menu-like screens share: the background, centred text and key pictures, the credit lines.
 namespace dunkman {

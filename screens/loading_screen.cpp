@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "app/state/frame_state.h"
-#include "render/text.h"
+#include "base/frame_state.h"
+#include "render/picture.h"
 #include "screens/layout.h"
 
 namespace dunkman {

@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-#include "app/state/exact_math.h"
-#include "app/state/frame_state.h"
+#include "exact/exact_math.h"
+#include "base/frame_state.h"
 #include "audio/music_selection.h"
 #include "screens/layout.h"
 

@@ -1,6 +1,6 @@
 #include "screens/pause_screen.h"
 
-#include "app/state/key_states.h"
+#include "base/key_states.h"
 #include "screens/layout.h"
 
 namespace dunkman {

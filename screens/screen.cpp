@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "screens/credits_screen.h"
 #include "screens/game_over_screen.h"
 #include "screens/game_screen.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
 #include "assets/catalog.h"
-#include "assets/registry.h"
+#include "world/registry.h"
 #include "world/camera.h"
 #include "world/describe.h"
 #include "world/player.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "world/object.h"
-#include "world/wave_scripts.h"
+#include "world/arena_script.h"
 
 namespace dunkman {
 

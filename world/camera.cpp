@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/state/exact_math.h"
-#include "app/state/frame_state.h"
+#include "exact/exact_math.h"
+#include "base/frame_state.h"
 #include "world/player.h"
 #include "world/properties.h"
 #include "world/world.h"

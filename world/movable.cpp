@@ -1,6 +1,6 @@
 #include "world/movable.h"
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "world/properties.h"
 
 namespace dunkman {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/geometry.h"
+#include "base/geometry.h"
 
 namespace dunkman {
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "assets/object_type.h"
+#include "world/object_type.h"
 #include "json5/value.h"
-#include "render/geometry.h"
+#include "base/geometry.h"
 
 namespace dunkman {
 
 // Root of everything that lives in a game. Objects in play belong to the world; they are made and freed
-// through assets/registry.h. The family has no virtual destructor: an object is freed as the class that it
+// through world/registry.h. The family has no virtual destructor: an object is freed as the class that it
 // is.
 class Object {
 public:

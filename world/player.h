@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assets/registry.h"
+#include "world/registry.h"
 #include "world/walker.h"
 #include "world/weapon.h"
 

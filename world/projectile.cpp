@@ -1,6 +1,6 @@
 #include "world/projectile.h"
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "world/numbers.h"
 #include "world/world.h"
 #include "world/zombie.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "json5/value.h"
-#include "render/geometry.h"
+#include "base/geometry.h"
 #include "world/timer.h"
 
 // How the object family reads and writes its fields. A key that is absent or of another kind leaves the field

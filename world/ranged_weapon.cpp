@@ -1,6 +1,6 @@
 #include "world/ranged_weapon.h"
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "world/describe.h"
 #include "world/player.h"
 #include "world/projectile.h"

@@ -1,6 +1,6 @@
 #include "world/resort_sign.h"
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "world/numbers.h"
 
 namespace dunkman {

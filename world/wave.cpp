@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "app/state/exact_math.h"
-#include "app/state/frame_state.h"
+#include "exact/exact_math.h"
+#include "base/frame_state.h"
 
 namespace dunkman {
 

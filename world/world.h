@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
-#include "assets/object_type.h"
-#include "assets/registry.h"
+#include "world/object_type.h"
+#include "world/registry.h"
 #include "world/object.h"
 
 namespace dunkman {

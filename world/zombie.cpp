@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "app/state/frame_state.h"
-#include "assets/registry.h"
+#include "base/frame_state.h"
+#include "world/registry.h"
 #include "world/numbers.h"
 #include "world/player.h"
 #include "world/properties.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "render/image_table.h"
 
 namespace dunkman {

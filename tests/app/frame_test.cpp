@@ -1,8 +1,8 @@
 #include "app/frame.h"
 
 #include "app/recording.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "render/gl.h"
 #include "tests/fakes/program_fixture.h"
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "app/platform.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "platform/platform.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "render/gl.h"
 #include "tests/fakes/program_fixture.h"
 

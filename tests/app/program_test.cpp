@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/image_table.h"
 #include "tests/fakes/program_fixture.h"
 

@@ -1,7 +1,7 @@
 #include "app/recording.h"
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
 #include "tests/fakes/program_fixture.h"
 
 namespace dunkman {

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/gl.h"
 #include "render/image_table.h"
-#include "tests/assets/scratch_folder.h"
+#include "tests/fakes/scratch_folder.h"
 #include "tests/world/world_fixture.h"
 
 namespace dunkman {

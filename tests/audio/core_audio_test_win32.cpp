@@ -11,8 +11,8 @@
 
 #include <mmdeviceapi.h>
 
-#include "debug_lines.h"
-#include "fake_core_audio_win32.h"
+#include "tests/audio/debug_lines.h"
+#include "tests/audio/fake_core_audio_win32.h"
 
 namespace dunkman {
 namespace {

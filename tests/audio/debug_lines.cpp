@@ -1,9 +1,9 @@
-#include "debug_lines.h"
+#include "tests/audio/debug_lines.h"
 
 #include <mutex>
 #include <utility>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 
 namespace dunkman {
 

@@ -1,4 +1,4 @@
-#include "fake_core_audio_win32.h"
+#include "tests/audio/fake_core_audio_win32.h"
 
 #include <atomic>
 #include <cstdio>

@@ -5,7 +5,7 @@
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
 #include "audio/music_track.h"
-#include "debug_lines.h"
+#include "tests/audio/debug_lines.h"
 
 // The process-wide functions, on the device that takes nothing.
 namespace dunkman {

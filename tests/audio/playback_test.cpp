@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "debug_lines.h"
+#include "tests/audio/debug_lines.h"
 
 namespace dunkman {
 namespace {

@@ -11,7 +11,7 @@
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
 #include "audio/output.h"
-#include "debug_lines.h"
+#include "tests/audio/debug_lines.h"
 
 // The system's own decoder and whatever output device the machine has, or has not.
 namespace dunkman {

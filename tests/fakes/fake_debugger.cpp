@@ -1,7 +1,7 @@
 #include "tests/fakes/fake_debugger.h"
 
-#include "app/state/debug_output.h"
-#include "app/state/fatal.h"
+#include "base/debug_output.h"
+#include "base/fatal.h"
 
 namespace dunkman {
 

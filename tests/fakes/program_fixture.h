@@ -11,7 +11,7 @@
 #include "app/program.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
-#include "tools/simulated/platform_sim.h"
+#include "platform/simulated/platform_sim.h"
 
 namespace dunkman {
 

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <span>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/dds.h"
 
 // Any bytes are either refused with a message or a texture whose uploads all lie within its pixels.

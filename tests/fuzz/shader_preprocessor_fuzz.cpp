@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/shader_preprocessor.h"
 
 // The input is a row of files with a NUL between them; the first is expanded, and the others are called b, c and so

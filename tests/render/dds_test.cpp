@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "tests/render/dds_bytes.h"
 
 namespace dunkman {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/gl.h"
 
 namespace dunkman {

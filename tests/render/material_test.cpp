@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/binding_state.h"
 #include "render/gl.h"
 #include "tests/fakes/recording_gl.h"

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/binding_state.h"
 #include "render/gl.h"
 #include "render/mesh.h"

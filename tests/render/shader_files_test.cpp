@@ -7,7 +7,7 @@
 
 #include "render/gl.h"
 #include "render/shader_preprocessor.h"
-#include "tools/simulated/shader_scan.h"
+#include "platform/simulated/shader_scan.h"
 
 // The shaders that the game ships.
 namespace dunkman {

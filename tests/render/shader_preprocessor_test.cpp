@@ -6,7 +6,7 @@
 #include <fstream>
 #include <map>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "tests/fakes/fake_debugger.h"
 
 namespace dunkman {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "render/renderer_objects.h"
 #include "tests/render/sprite_scene.h"
 

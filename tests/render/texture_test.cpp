@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/image_table.h"
 #include "tests/fakes/recording_gl.h"
 #include "tests/render/dds_bytes.h"

@@ -5,31 +5,12 @@ import os
 import re
 import sys
 
-# A folder may include those listed with it and itself. "app" is the shell; "app/state" is what everybody reads.
-MAY_INCLUDE = {
-    "app/state": [],
-    "json5": ["app/state"],
-    "audio": ["app/state"],
-    "render": ["app/state"],
-    "assets": ["app/state", "json5", "render", "world"],  # registry and scene loader know the family
-    "world": ["app/state", "json5", "render", "assets"],
-    "screens": ["app/state", "json5", "render", "assets", "world", "audio"],
-    "app": ["app/state", "json5", "render", "assets", "world", "audio", "screens"],
-}
-FOLDERS = ["app", "json5", "assets", "world", "render", "screens", "audio", "tests", "bench", "tools"]
+from floors import FOLDERS, cmake_lists, folder_of, include_faults, includes, link_faults
+
 SYSTEM_HEADERS = re.compile(
     r'#include <(windows|windowsx|winuser|mmdeviceapi|audioclient|avrt|mf\w+|objbase|wrl\S*|GL/\S+|unistd|sys/\S+)(\.h)?>', re.I)
+PROGRAMS_AROUND = ["tools", "workshop", "bench", "tests"]  # not the game itself
 LONGEST_FILE = 450  # lines; a longer one has more than one subject
-
-
-def folder_of(path):
-    if path.startswith("app/state/"):
-        return "app/state"
-    return path.split("/")[0]
-
-
-def includes(text):
-    return re.findall(r'^\s*#include "([^"]+)"', text, re.M)
 
 
 def source_files():
@@ -79,13 +60,11 @@ def main():
             faults.append(f"{path}: {text.count(chr(10))} lines; which second subject moved in?")
         if SYSTEM_HEADERS.search(text) and not re.search(r"_(win32|posix|sim)\.(h|cpp)$", path):
             faults.append(f"{path}: includes {SYSTEM_HEADERS.search(text).group(0)} without the suffix _win32")
-        folder = folder_of(path)
-        if folder in MAY_INCLUDE:
-            for target in graph[path]:
-                if folder_of(target) != folder and folder_of(target) not in MAY_INCLUDE[folder]:
-                    faults.append(f"{path}: {folder}/ may not include {target}")
+        faults += include_faults(path, text)
+        if folder_of(path) not in PROGRAMS_AROUND:
             if re.search(r"#\s*if(def|ndef)?\b.*\b(_WIN32|__linux__|_MSC_VER)\b", text) and "_win32" not in path:
                 faults.append(f"{path}: a platform #ifdef in the core")
+    faults += link_faults(dict(cmake_lists()))
     circle = find_circle(graph)
     if circle:
         faults.append("a circle of includes: " + " -> ".join(circle))

@@ -8,7 +8,7 @@
 #include "app/program.h"
 #include "screens/screen.h"
 #include "tools/headless/runner.h"
-#include "tools/simulated/platform_sim.h"
+#include "platform/simulated/platform_sim.h"
 #include "world/trace.h"
 
 namespace dunkman {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "app/frame.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "tests/fakes/small_data.h"
 #include "world/arena.h"
 #include "world/camera.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "assets/object_type.h"
+#include "world/object_type.h"
 
 namespace dunkman {
 

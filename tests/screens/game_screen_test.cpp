@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "tests/fakes/program_fixture.h"
 #include "tests/screens/draw_line.h"
 #include "world/camera.h"

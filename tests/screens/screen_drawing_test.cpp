@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "screens/intro_screen.h"
 #include "screens/loading_screen.h"
 #include "tests/fakes/program_fixture.h"

@@ -1,5 +1,5 @@
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "audio/music_selection.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_screen.h"

@@ -6,7 +6,7 @@
 #include "tools/headless/key_script.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
-#include "tools/simulated/platform_sim.h"
+#include "platform/simulated/platform_sim.h"
 
 namespace dunkman {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/runner.h"
 #include "tools/inspect/commands.h"

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
 #include "assets/catalog.h"
 #include "tests/world/world_fixture.h"
 #include "world/camera.h"

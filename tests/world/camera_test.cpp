@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "tests/world/world_fixture.h"
 #include "world/player.h"
 

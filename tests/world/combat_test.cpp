@@ -1,5 +1,5 @@
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "assets/catalog.h"
 #include "tests/world/world_fixture.h"
 #include "world/arena.h"

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"

@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/hint.h"

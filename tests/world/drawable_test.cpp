@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"

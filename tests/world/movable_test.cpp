@@ -1,6 +1,6 @@
 #include "world/movable.h"
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "tests/world/world_fixture.h"
 #include "world/interactable.h"
 

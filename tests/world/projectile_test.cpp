@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"

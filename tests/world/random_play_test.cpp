@@ -3,11 +3,11 @@
 #include <set>
 #include <string>
 
-#include "app/state/fatal.h"
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/fatal.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "assets/catalog.h"
-#include "assets/scene_loader.h"
+#include "world/scene_loader.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/player.h"

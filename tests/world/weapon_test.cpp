@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "app/state/frame_state.h"
+#include "base/frame_state.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "assets/catalog.h"
 #include "json5/reader.h"
 #include "render/image_table.h"

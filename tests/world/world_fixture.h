@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "assets/registry.h"
+#include "world/registry.h"
 #include "json5/value.h"
 #include "world/world.h"
 

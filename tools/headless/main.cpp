@@ -7,10 +7,10 @@
 #include <system_error>
 #include <utility>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
-#include "tools/simulated/binary_stdout.h"
+#include "tools/console/binary_stdout.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include "app/main_loop.h"
 #include "app/program.h"
 #include "app/recording.h"
-#include "app/state/key_states.h"
+#include "base/key_states.h"
 #include "assets/catalog.h"
 #include "audio/output.h"
 #include "render/renderer.h"
-#include "tools/simulated/gl_sim.h"
-#include "tools/simulated/platform_sim.h"
+#include "platform/simulated/gl_sim.h"
+#include "platform/simulated/platform_sim.h"
 #include "world/world.h"
 
 namespace dunkman::headless {

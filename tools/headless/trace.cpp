@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "app/state/frame_state.h"
-#include "app/state/key_states.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
 #include "json5/canonical.h"
 #include "screens/screen.h"
-#include "tools/simulated/gl_sim.h"
+#include "platform/simulated/gl_sim.h"
 #include "world/trace.h"
 
 namespace dunkman::headless {

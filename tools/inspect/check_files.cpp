@@ -2,7 +2,7 @@
 #include <filesystem>
 #include <string>
 
-#include "app/state/fatal.h"
+#include "base/fatal.h"
 #include "render/dds.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/faults.h"

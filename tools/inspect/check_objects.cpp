@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "app/state/key_states.h"
-#include "assets/object_type.h"
-#include "assets/registry.h"
+#include "base/key_states.h"
+#include "world/object_type.h"
+#include "world/registry.h"
 #include "render/image_table.h"
 #include "tools/inspect/faults.h"
 #include "world/object.h"

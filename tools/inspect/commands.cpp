@@ -4,7 +4,7 @@
 #include <exception>
 
 #include "assets/catalog.h"
-#include "assets/scene_loader.h"
+#include "world/scene_loader.h"
 #include "json5/canonical.h"
 #include "json5/reader.h"
 #include "json5/writer.h"
@@ -12,7 +12,7 @@
 #include "render/renderer.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/data_check.h"
-#include "tools/simulated/gl_sim.h"
+#include "platform/simulated/gl_sim.h"
 #include "world/trace.h"
 #include "world/world.h"
 

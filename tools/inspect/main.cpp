@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "tools/inspect/commands.h"
-#include "tools/simulated/binary_stdout.h"
-#include "tools/simulated/platform_sim.h"
+#include "tools/console/binary_stdout.h"
+#include "platform/simulated/platform_sim.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <thread>
 
-#include "app/state/debug_output.h"
+#include "base/debug_output.h"
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
 #include "audio/music_track.h"

@@ -1,7 +1,0 @@
-#include "app/state/fatal.h"
-
-namespace dunkman {
-
-void fatal(const std::string& message) { throw FatalError(message); }
-
-} // namespace dunkman

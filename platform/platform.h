@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+// What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
+// simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
+// Debugger output is in base/debug_output.h.
+namespace dunkman::platform {
+
+struct ClientSize {
+    std::uint32_t width = 0;  // pixels
+    std::uint32_t height = 0; // pixels
+};
+
+// Start-up, in the order of use.
+void switchDisplayMode();    // 1920 x 1080, 32 bits per pixel, full screen
+void openWindow();           // borderless, 1920 x 1080
+void hideCursor();           //
+void createGlContext();      // pixel format, context, made current
+void loadGlFunctions();      // resolves every pointer of render/gl.h
+void setSwapInterval();      // 1: wait for the vertical blank
+bool isWindowVisible();
+
+// One loop iteration.
+bool isKeyDown(std::int32_t virtualKey); // down now, or pressed since last asked
+void drainMessages();
+ClientSize clientSize();
+std::int64_t clockNanoseconds(); // steady clock
+void swapBuffers();
+
+// Ends the process at once. The simulated platform throws ProgramExit instead.
+[[noreturn]] void exitProcess(int status);
+
+} // namespace dunkman::platform

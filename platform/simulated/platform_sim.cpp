@@ -1,0 +1,51 @@
+#include "platform/simulated/platform_sim.h"
+
+#include "base/debug_output.h"
+#include "base/fatal.h"
+#include "platform/simulated/gl_sim.h"
+
+namespace dunkman {
+
+namespace simulated {
+
+Machine machine;
+
+void resetMachine() { machine = Machine{}; }
+
+} // namespace simulated
+
+void debugText(std::string_view line) { simulated::machine.debugLines.emplace_back(line); }
+
+// Nobody debugs a simulated run, so every break ends it.
+void debugBreak(const std::string& message) {
+    debugText(message);
+    fatal(message);
+}
+
+namespace platform {
+
+using simulated::machine;
+
+void switchDisplayMode() { machine.calls.emplace_back("switchDisplayMode"); }
+void openWindow() { machine.calls.emplace_back("openWindow"); }
+void hideCursor() { machine.calls.emplace_back("hideCursor"); }
+void createGlContext() { machine.calls.emplace_back("createGlContext"); }
+
+void loadGlFunctions() {
+    machine.calls.emplace_back("loadGlFunctions");
+    simulated::loadGlFunctions();
+}
+
+void setSwapInterval() { machine.calls.emplace_back("setSwapInterval"); }
+bool isWindowVisible() { return machine.windowVisible; }
+bool isKeyDown(std::int32_t virtualKey) { return machine.keysDown.contains(virtualKey); }
+void drainMessages() {}
+ClientSize clientSize() { return machine.clientSize; }
+std::int64_t clockNanoseconds() { return machine.clockNanoseconds; }
+void swapBuffers() { ++machine.bufferSwaps; }
+
+void exitProcess(int status) { throw simulated::ProgramExit{status}; }
+
+} // namespace platform
+
+} // namespace dunkman

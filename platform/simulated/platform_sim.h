@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+
+// The machine that the headless runner, the tests and the benchmarks simulate. Everything here is set by them and
+// read by the program through platform/platform.h.
+namespace dunkman::simulated {
+
+// Thrown where the real platform would end the process.
+struct ProgramExit {
+    int status;
+};
+
+struct Machine {
+    std::int64_t clockNanoseconds = 0;
+    std::set<std::int32_t> keysDown; // virtual-key codes
+    platform::ClientSize clientSize = {1920, 1080};
+    bool windowVisible = true;
+    int bufferSwaps = 0;
+    std::vector<std::string> calls;      // start-up calls, in order, by name
+    std::vector<std::string> debugLines; // what went to the debugger output
+};
+
+extern Machine machine;
+
+void resetMachine();
+
+} // namespace dunkman::simulated

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include "base/geometry.h"
+#include "render/sprite.h"
+
+namespace dunkman {
+
+// Draws an image of the image table, `height` units tall in its own proportions, centred on `position`.
+void drawPicture(std::string_view imageKey, Vec2 position, double height, double angle, double zOffset,
+                 int reserved, SpriteMode mode);
+
+} // namespace dunkman

@@ -1,0 +1,101 @@
+#include "workshop/playthrough/author.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+
+#include "app/main_loop.h"
+#include "app/program.h"
+#include "base/frame_state.h"
+#include "base/key_states.h"
+#include "screens/screen.h"
+#include "tools/headless/runner.h"
+#include "workshop/playthrough/pilot.h"
+#include "platform/simulated/platform_sim.h"
+
+namespace dunkman::recording {
+
+namespace {
+
+using headless::KeyEvent;
+using simulated::machine;
+
+constexpr std::int64_t stepNanoseconds = 16666667;
+
+void noteChanges(const std::set<std::int32_t>& before, const std::set<std::int32_t>& now,
+                 std::int64_t iteration, std::vector<KeyEvent>& events) {
+    for (const std::int32_t key : before) {
+        if (!now.contains(key)) {
+            events.push_back({iteration, key, false});
+        }
+    }
+    for (const std::int32_t key : now) {
+        if (!before.contains(key)) {
+            events.push_back({iteration, key, true});
+        }
+    }
+}
+
+std::string lineOf(const KeyEvent& event) {
+    char line[64];
+    std::snprintf(line, sizeof line, "%lld 0x%02X %s\n", static_cast<long long>(event.iteration),
+                  static_cast<unsigned>(event.virtualKey), event.down ? "down" : "up");
+    return line;
+}
+
+} // namespace
+
+Performance perform(const std::vector<Intention>& plan, const Conditions& conditions, const Watcher& watch) {
+    headless::resetProgram();
+    startUp(InputMode::Record, ScreenId::Game);
+    if (conditions.prepare) {
+        conditions.prepare();
+    }
+    Pilot pilot(plan, conditions.reactionSteps);
+    Performance performance;
+    while (performance.steps < conditions.longest) {
+        const std::int64_t iteration = performance.steps + 1;
+        machine.clockNanoseconds = iteration * stepNanoseconds;
+        const std::set<std::int32_t>& wanted = pilot.keysForStep();
+        noteChanges(machine.keysDown, wanted, iteration, performance.events);
+        machine.keysDown = wanted;
+        runIteration();
+        ++performance.steps;
+        if (currentScreen != screenTable[ScreenId::Game]) {
+            performance.died = true;
+            break;
+        }
+        if (watch && !watch(performance.steps - 1, pilot.line())) {
+            break;
+        }
+    }
+    return performance;
+}
+
+std::string keyScriptOf(const Performance& performance) {
+    std::string text;
+    std::set<std::int32_t> down;
+    for (const KeyEvent& event : performance.events) {
+        if (performance.died && event.iteration >= performance.steps) {
+            break;
+        }
+        text += lineOf(event);
+        if (event.down) {
+            down.insert(event.virtualKey);
+        } else {
+            down.erase(event.virtualKey);
+        }
+    }
+    if (performance.died) {
+        // The hero lets go of everything.
+        for (const std::int32_t key : down) {
+            text += lineOf({performance.steps, key, false});
+        }
+        if (down.empty()) {
+            text += lineOf({performance.steps, keys::up, true});
+        }
+    }
+    return text;
+}
+
+} // namespace dunkman::recording

@@ -1,0 +1,115 @@
+#include "world/scene_loader.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "base/fatal.h"
+#include "assets/catalog.h"
+#include "world/registry.h"
+#include "json5/reader.h"
+#include "base/geometry.h"
+#include "world/object.h"
+#include "world/world.h"
+
+namespace dunkman {
+
+namespace {
+
+std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+// One loading of a list of entries, prefabs within prefabs included.
+class GroupLoader {
+public:
+    TaggedObjects load(const JsonValue& entries) {
+        TaggedObjects result;
+        for (const JsonValue& entry : entries.asArray()) {
+            entry.asObject(); // only to report another kind; such an entry has no members
+            const JsonValue& tag = entry.get("tag");
+            const std::string& tagName = tag.kind == JsonKind::String ? tag.stringValue : noTag;
+            std::vector<Object*>& filed = result[tagName];
+            const JsonValue& recipe = entry.get("recipe");
+            if (recipe.kind == JsonKind::String) {
+                filed.push_back(makeFromRecipe(recipe.stringValue, entry));
+            } else {
+                placePrefab(entry, tagName, result);
+            }
+        }
+        return result;
+    }
+
+private:
+    static Object* makeFromRecipe(const std::string& name, const JsonValue& entry) {
+        const JsonValue* recipe = assetCatalog.recipes.find(name);
+        if (recipe == nullptr) {
+            fatal("The recipe " + quoted(name) + " is unknown. Add it to recipes.json5 or correct the name.");
+        }
+        OwnedObject made = createFromValue(*recipe);
+        if (!made) {
+            fatal("The recipe " + quoted(name) +
+                  " makes no object. Give it a _type that names a kind of object in recipes.json5.");
+        }
+        made->readProperties(entry);
+        Object* object = made.get();
+        world.queueAdd(std::move(made));
+        return object;
+    }
+
+    void placePrefab(const JsonValue& entry, const std::string& tagName, TaggedObjects& result) {
+        const JsonValue& name = entry.get("prefab");
+        if (name.kind != JsonKind::String) {
+            fatal("A scene entry with the tag " + quoted(tagName) +
+                  " names neither a recipe nor a prefab. Give it one of the two.");
+        }
+        const JsonValue* prefab = assetCatalog.prefabs.find(name.stringValue);
+        if (prefab == nullptr) {
+            fatal("A scene entry with the tag " + quoted(tagName) + " names the prefab " +
+                  quoted(name.stringValue) +
+                  ", which is unknown. Add it to prefabs.json5 or correct the name.");
+        }
+        const TaggedObjects inner = loadPrefab(name.stringValue, *prefab);
+
+        Vec2 offset;
+        readPair(entry.get("offset"), offset.x, offset.y);
+        const JsonValue& overrides = entry.get("overrides");
+        for (const auto& group : inner) {
+            const JsonValue* override =
+                overrides.kind == JsonKind::Object ? overrides.find(group.first) : nullptr;
+            std::vector<Object*>& filed = result[group.first];
+            for (Object* object : group.second) {
+                // Before the override, which may replace the shifted position.
+                object->position.x += offset.x;
+                object->position.y += offset.y;
+                if (override != nullptr && override->kind == JsonKind::Object) {
+                    object->readProperties(*override);
+                }
+                filed.push_back(object);
+            }
+        }
+    }
+
+    TaggedObjects loadPrefab(const std::string& name, const JsonValue& prefab) {
+        if (std::find(openPrefabs.begin(), openPrefabs.end(), name) != openPrefabs.end()) {
+            fatal("The prefab " + quoted(name) +
+                  " contains itself. Remove the entry in prefabs.json5 that leads " + "back to it.");
+        }
+        openPrefabs.push_back(name);
+        TaggedObjects inner = load(prefab);
+        openPrefabs.pop_back();
+        return inner;
+    }
+
+    const std::string noTag;
+    std::vector<std::string> openPrefabs; // those being loaded, the outermost first
+};
+
+} // namespace
+
+TaggedObjects loadGroup(const JsonValue& entries) { return GroupLoader().load(entries); }
+
+void loadScene() {
+    loadGroup(parseFile("scene.json5"));
+    world.applyPending();
+}
+
+} // namespace dunkman
