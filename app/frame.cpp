@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "platform/platform.h"
 #include "app/recording.h"
+#include "audio/output.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "audio/output.h"
+#include "platform/platform.h"
 #include "render/gl.h"
 #include "screens/screen.h"
 

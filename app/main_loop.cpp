@@ -5,22 +5,22 @@
 #include <cstdint>
 
 #include "app/frame.h"
-#include "platform/platform.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
+#include "platform/platform.h"
 #include "render/gl.h"
 
 namespace dunkman {
 
 namespace {
 
-constexpr double fixedStep = 1.0 / 60.0;       // seconds
-constexpr double maxStepsPerIteration = 3.0;   // Replay slows down rather than spiral
+constexpr double fixedStep = 1.0 / 60.0;     // seconds
+constexpr double maxStepsPerIteration = 3.0; // Replay slows down rather than spiral
 constexpr double nanosecondsPerSecond = 1.0e9;
 
-std::int64_t startSample = 0;    // nanoseconds
-double previousTime = 0.0;       // seconds since the start sample
-double carriedRemainder = 0.0;   // seconds that Replay has not yet simulated
+std::int64_t startSample = 0;  // nanoseconds
+double previousTime = 0.0;     // seconds since the start sample
+double carriedRemainder = 0.0; // seconds that Replay has not yet simulated
 
 void followClientSize() {
     const platform::ClientSize size = platform::clientSize();

@@ -2,9 +2,9 @@
 
 #include <exception>
 
+#include "app/program.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
-#include "app/program.h"
 
 // The build compiles this file once for each variant of the program, with its input mode.
 #ifndef DUNKMAN_INPUT_MODE

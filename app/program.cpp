@@ -1,10 +1,10 @@
 #include "app/program.h"
 
 #include "app/main_loop.h"
-#include "platform/platform.h"
 #include "app/recording.h"
 #include "assets/catalog.h"
 #include "audio/output.h"
+#include "platform/platform.h"
 #include "render/gl.h"
 #include "render/renderer.h"
 #include "render/warm_up.h"

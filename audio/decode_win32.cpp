@@ -16,12 +16,12 @@
 #include <mfreadwrite.h>
 #include <objbase.h>
 
-#include "base/debug_output.h"
 #include "audio/call_result.h"
 #include "audio/com_handle.h"
 #include "audio/mp3_file.h"
 #include "audio/pcm_collector.h"
 #include "audio/wave_format.h"
+#include "base/debug_output.h"
 
 namespace dunkman {
 

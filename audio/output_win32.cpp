@@ -1,7 +1,7 @@
-#include "base/debug_output.h"
 #include "audio/audio_output.h"
 #include "audio/fed_ring.h"
 #include "audio/output.h"
+#include "base/debug_output.h"
 
 namespace dunkman {
 

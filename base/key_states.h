@@ -28,7 +28,7 @@ inline constexpr std::int32_t x = 0x58, z = 0x5A, space = 0x20, enter = 0x0D, es
 
 // The keys sampled each step, in sampling order, which is also the order of changes within a recorded step.
 inline constexpr std::array<std::int32_t, 13> polledKeys = {
-    keys::w,    keys::a,     keys::s, keys::d, keys::up,    keys::left,  keys::down,
+    keys::w,     keys::a, keys::s, keys::d,     keys::up,    keys::left,  keys::down,
     keys::right, keys::x, keys::z, keys::space, keys::enter, keys::escape};
 
 // Key changes of one step: virtual-key code to new state.

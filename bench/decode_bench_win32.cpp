@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "base/debug_output.h"
 #include "audio/decode.h"
+#include "base/debug_output.h"
 
 void dunkman::debugText(std::string_view line) {
     std::printf("%.*s\n", static_cast<int>(line.size()), line.data());

@@ -23,8 +23,9 @@ std::string sceneText(std::size_t textSize) {
     };
     std::string text = "// arena\n[\n";
     while (text.size() < textSize) {
-        text += "  { recipe: \"palmTreeTall\", tag: \"scenery\", position: [" + coordinate() + ", " + coordinate() +
-                "], mirrorX: " + (random() % 2 == 0 ? "true" : "false") + ", zOffset: 0.25 },\n";
+        text += "  { recipe: \"palmTreeTall\", tag: \"scenery\", position: [" + coordinate() + ", " +
+                coordinate() + "], mirrorX: " + (random() % 2 == 0 ? "true" : "false") +
+                ", zOffset: 0.25 },\n";
         if (random() % 4 == 0) {
             text += "  // the bar\n  { prefab: 'beachBar', offset: [" + coordinate() +
                     ", 3], overrides: {table: {size: [1, 1.5]}} },\n";

@@ -2,12 +2,12 @@
 
 #include <filesystem>
 
+#include "platform/simulated/gl_sim.h"
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/renderer.h"
 #include "render/sprite.h"
 #include "render/text.h"
-#include "platform/simulated/gl_sim.h"
 
 // Submission of sprites against an OpenGL that draws nothing: what the renderer itself costs. Run from the
 // repository's root.
@@ -35,8 +35,8 @@ void prepare() {
 
 void drawOne(const Texture2D& texture, double angle) {
     Vec2 pivot = {0.5, 0.0};
-    drawSprite(texture, true, true, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {1.0, -2.0}, {3.0, 4.0}, pivot,
-               {1.0, 1.0}, angle, 0.25);
+    drawSprite(texture, true, true, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {1.0, -2.0}, {3.0, 4.0},
+               pivot, {1.0, 1.0}, angle, 0.25);
 }
 
 void spriteUpright(benchmark::State& state) {

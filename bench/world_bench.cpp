@@ -6,18 +6,18 @@
 #include <filesystem>
 #include <string>
 
+#include "assets/catalog.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "assets/catalog.h"
-#include "world/scene_loader.h"
 #include "json5/reader.h"
-#include "render/image_table.h"
-#include "render/renderer.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
+#include "render/image_table.h"
+#include "render/renderer.h"
 #include "world/camera.h"
 #include "world/player.h"
 #include "world/projectile.h"
+#include "world/scene_loader.h"
 #include "world/trace.h"
 #include "world/weapon.h"
 #include "world/world.h"

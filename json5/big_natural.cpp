@@ -44,12 +44,12 @@ bool BigNatural::operator<(const BigNatural& other) const {
     if (words.size() != other.words.size()) {
         return words.size() < other.words.size();
     }
-    return std::lexicographical_compare(words.rbegin(), words.rend(), other.words.rbegin(), other.words.rend());
+    return std::lexicographical_compare(words.rbegin(), words.rend(), other.words.rbegin(),
+                                        other.words.rend());
 }
 
 int BigNatural::bitCount() const {
-    return words.empty() ? 0
-                         : static_cast<int>(32 * words.size()) - std::countl_zero(words.back());
+    return words.empty() ? 0 : static_cast<int>(32 * words.size()) - std::countl_zero(words.back());
 }
 
 } // namespace dunkman

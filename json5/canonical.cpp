@@ -147,8 +147,11 @@ void appendHexFloat(std::string& text, double number) {
     *out++ = 'p';
     *out++ = exponent < 0 ? '-' : '+';
     exponent = exponent < 0 ? -exponent : exponent;
-    for (int power = exponent >= 1000 ? 1000 : exponent >= 100 ? 100 : exponent >= 10 ? 10 : 1; power != 0;
-         power /= 10) {
+    for (int power = exponent >= 1000  ? 1000
+                     : exponent >= 100 ? 100
+                     : exponent >= 10  ? 10
+                                       : 1;
+         power != 0; power /= 10) {
         *out++ = static_cast<char>('0' + exponent / power % 10);
     }
     text.append(buffer.data(), out);

@@ -8,10 +8,11 @@
 #include <limits>
 #include <stdexcept>
 
-// Float literals go through the standard library's long double conversion and are stored as a double, and on the
-// compilers that build the game long double is the 80-bit extended type. Its two roundings show: 0.002877 ends one
-// unit in the last place away from the nearest double, as do some 256 of the million six-digit fractions. Where
-// long double is the plain double that second rounding would be missing, so the conversion is done here, in integers.
+// Float literals go through the standard library's long double conversion and are stored as a double, and on
+// the compilers that build the game long double is the 80-bit extended type. Its two roundings show: 0.002877
+// ends one unit in the last place away from the nearest double, as do some 256 of the million six-digit
+// fractions. Where long double is the plain double that second rounding would be missing, so the conversion
+// is done here, in integers.
 
 namespace dunkman {
 
@@ -49,7 +50,8 @@ constexpr int maxDoubleExponent = 1023;
 constexpr int minDoubleExponent = -1022;
 constexpr int doubleBits = 53;
 
-// Powers of ten whose neighbours decide without arithmetic; a value is at least 10^(place - 1), below 10^place.
+// Powers of ten whose neighbours decide without arithmetic; a value is at least 10^(place - 1), below
+// 10^place.
 constexpr std::int64_t placeAboveExtended = 4934;  // 10^4933 does not fit
 constexpr std::int64_t placeInsideExtended = 4932; // below 10^4932 fits
 constexpr std::int64_t placeAboveDouble = 310;     // 10^309 is an infinity
@@ -57,8 +59,8 @@ constexpr std::int64_t placeBelowDouble = -324;    // below 10^-324 is zero
 constexpr std::int64_t placeBelowExtended = -4932; // below 10^-4932 does not fit
 constexpr std::int64_t placeLowestSafe = -4930;    // 10^-4931 fits
 
-// More digits than any halfway point between two extended numbers in the double's range has (1139). Digits beyond
-// only say whether something is left.
+// More digits than any halfway point between two extended numbers in the double's range has (1139). Digits
+// beyond only say whether something is left.
 constexpr std::size_t maxDigits = 1200;
 
 constexpr std::size_t maxFastDigits = 19; // below 2^64
@@ -86,8 +88,8 @@ Product multiply(std::uint64_t left, std::uint64_t right) {
             (otherCross << 32) | (low & lowHalf)};
 }
 
-// One 32-bit digit of a quotient: (high * 2^32 + nextDigit) / divisor, where high < divisor and the divisor has its
-// top bit set. A guess from the divisor's upper half is at most two too large.
+// One 32-bit digit of a quotient: (high * 2^32 + nextDigit) / divisor, where high < divisor and the divisor
+// has its top bit set. A guess from the divisor's upper half is at most two too large.
 Division divideDigit(std::uint64_t high, std::uint64_t nextDigit, std::uint64_t divisor) {
     const std::uint64_t upper = divisor >> 32;
     const std::uint64_t lower = divisor & 0xffffffffu;
@@ -100,7 +102,8 @@ Division divideDigit(std::uint64_t high, std::uint64_t nextDigit, std::uint64_t 
             break;
         }
     }
-    return {guess, (high << 32) + nextDigit - guess * divisor}; // modulo 2^64; the true rest is below the divisor
+    return {guess,
+            (high << 32) + nextDigit - guess * divisor}; // modulo 2^64; the true rest is below the divisor
 }
 
 // high * 2^64 + low by a divisor with its top bit set; high < divisor.
@@ -155,8 +158,8 @@ Extended scaleDown(std::uint64_t digits, int scale) {
     const std::uint64_t divisor = power << powerShift;
     // One bit less when the first quotient bit would be the 65th.
     const bool large = numerator >= divisor;
-    const Division division = large ? divide(numerator >> 1, numerator << topBit, divisor)
-                                    : divide(numerator, 0, divisor);
+    const Division division =
+        large ? divide(numerator >> 1, numerator << topBit, divisor) : divide(numerator, 0, divisor);
     const int exponent = powerShift - digitShift - scale - (large ? 63 : 64);
     const std::uint64_t untilDivisor = divisor - division.remainder;
     return roundToEven({division.quotient, exponent}, compareToHalf(division.remainder, untilDivisor));
@@ -220,7 +223,8 @@ double toDouble(Extended value) {
     const int dropped = 64 - bits;
     std::uint64_t kept = dropped == 64 ? 0 : value.mantissa >> dropped;
     const std::uint64_t rest = value.mantissa << bits;
-    const Remainder remainder = compareToHalf(dropped == 64 ? value.mantissa : rest, std::uint64_t{1} << topBit);
+    const Remainder remainder =
+        compareToHalf(dropped == 64 ? value.mantissa : rest, std::uint64_t{1} << topBit);
     if (remainder == Remainder::AboveHalf || (remainder == Remainder::Half && (kept & 1) != 0)) {
         ++kept;
     }

@@ -18,10 +18,10 @@ struct DecimalLiteral {
 // The integer digits as a signed 64-bit number. Throws std::out_of_range("stoll argument out of range").
 std::int64_t integerFromLiteral(const DecimalLiteral& literal);
 
-// The literal as an extended-precision number (64-bit significand, 15-bit exponent, to nearest even) that is then
-// stored as a double, the same on every platform. What fits the extended type but not the double becomes an
-// infinity or a zero. Throws std::out_of_range("stold argument out of range") for a literal that does not fit the
-// extended type: 2^16384 and above, or not zero and below 2^-16382.
+// The literal as an extended-precision number (64-bit significand, 15-bit exponent, to nearest even) that is
+// then stored as a double, the same on every platform. What fits the extended type but not the double becomes
+// an infinity or a zero. Throws std::out_of_range("stold argument out of range") for a literal that does not
+// fit the extended type: 2^16384 and above, or not zero and below 2^-16382.
 double floatFromLiteral(const DecimalLiteral& literal);
 
 } // namespace dunkman

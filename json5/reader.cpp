@@ -149,7 +149,8 @@ bool Json5Reader::takeComment(char first) {
     } else if (second == '*') {
         takeBlockComment();
     } else {
-        // The skip pushes the slash back as well, which is one too many: a stray slash ends in SecondPushBack.
+        // The skip pushes the slash back as well, which is one too many: a stray slash ends in
+        // SecondPushBack.
         pushBack();
         return false;
     }
@@ -341,7 +342,8 @@ void parseDocument(std::string_view text, Json5Report& report, JsonValue& value)
 }
 
 void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value) {
-    // Block by block as the stream has them ready: what comes before a failure counts, so no read may span one.
+    // Block by block as the stream has them ready: what comes before a failure counts, so no read may span
+    // one.
     std::string text;
     while (stream.peek() != std::istream::traits_type::eof()) {
         const std::streamsize ready = std::max<std::streamsize>(1, stream.rdbuf()->in_avail());

@@ -34,8 +34,9 @@ struct Json5Report {
     Json5Position position;
 };
 
-// Reads the value of a whole file. A missing or unreadable file gives Null; a faulty one what was built up to the
-// fault, without a word unless a report is asked for. Throws std::out_of_range for a number that does not fit.
+// Reads the value of a whole file. A missing or unreadable file gives Null; a faulty one what was built up to
+// the fault, without a word unless a report is asked for. Throws std::out_of_range for a number that does not
+// fit.
 JsonValue parseFile(const std::string& path);
 JsonValue parseFile(const std::string& path, Json5Report& report);
 
@@ -43,10 +44,11 @@ JsonValue parseFile(const std::string& path, Json5Report& report);
 void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value);
 void parseDocument(std::string_view text, Json5Report& report, JsonValue& value);
 
-// Reader of the game's JSON5 dialect: one character at a time with one character of pushback, over bytes in memory.
-// Every rule returns at the first error it meets, so the value keeps what had been filled in. Several habits of
-// the dialect look like mistakes (hexadecimal numbers are sixteen times what is written, a skip takes one comment,
-// an escape of two hexadecimal digits does not end the escape); files rely on them, so they stay.
+// Reader of the game's JSON5 dialect: one character at a time with one character of pushback, over bytes in
+// memory. Every rule returns at the first error it meets, so the value keeps what had been filled in. Several
+// habits of the dialect look like mistakes (hexadecimal numbers are sixteen times what is written, a skip
+// takes one comment, an escape of two hexadecimal digits does not end the escape); files rely on them, so
+// they stay.
 class Json5Reader {
 public:
     enum class Expect { Soft, Hard };
@@ -62,10 +64,10 @@ public:
 
     // The primitives that all rules are made of. At the end they record the code and deliver 0.
     char read();
-    char peek(); // the next byte of the text; a character pushed back is not looked at
+    char peek();     // the next byte of the text; a character pushed back is not looked at
     void pushBack(); // the next read delivers the last character again
-    // Reads the literal. At the first mismatch Hard records an error, Soft puts the matched characters back into
-    // the text, whose place in the counters they keep.
+    // Reads the literal. At the first mismatch Hard records an error, Soft puts the matched characters back
+    // into the text, whose place in the counters they keep.
     bool expect(std::string_view literal, Expect mode);
 
 private:

@@ -5,8 +5,8 @@
 
 #include <limits>
 
-// The number rule. The 0 delivered at the end of the input is a character like any other here: it ends a number
-// that is complete and is wrong anywhere else.
+// The number rule. The 0 delivered at the end of the input is a character like any other here: it ends a
+// number that is complete and is wrong anywhere else.
 
 namespace dunkman {
 
@@ -47,8 +47,8 @@ void Json5Reader::parseNumber(char first, JsonValue& value) {
     parseDecimalNumber(character, negative, value);
 }
 
-// Stores sixteen times the number written, whatever its sign. Under a repeated key the number goes on from the
-// Integer already there.
+// Stores sixteen times the number written, whatever its sign. Under a repeated key the number goes on from
+// the Integer already there.
 void Json5Reader::parseHexNumber(JsonValue& value) {
     read(); // the "x"
     value.kind = JsonKind::Integer;

@@ -106,8 +106,8 @@ void Json5Reader::parseString(char delimiter) {
     }
 }
 
-// The character behind a backslash. Answers whether the next one is escaped as well, which is so after a byte in
-// hexadecimal and after a bare line feed.
+// The character behind a backslash. Answers whether the next one is escaped as well, which is so after a byte
+// in hexadecimal and after a bare line feed.
 bool Json5Reader::parseEscape(char escaped) {
     switch (escaped) {
     case 'x':
@@ -159,11 +159,13 @@ void Json5Reader::readUnsupportedUnicode() {
         }
         if (hexDigitOf(character) == notHexDigit) {
             fail(Json5Error::Syntax,
-                 std::string("Invalid unicode escape code, expected 4 hexadecimal digits, not ") + peek() + ".");
+                 std::string("Invalid unicode escape code, expected 4 hexadecimal digits, not ") + peek() +
+                     ".");
             return;
         }
     }
-    fail(Json5Error::UnsupportedEscape, "Wchar & UTF8 support was disabled during compilation of the library.");
+    fail(Json5Error::UnsupportedEscape,
+         "Wchar & UTF8 support was disabled during compilation of the library.");
 }
 
 } // namespace dunkman

@@ -153,9 +153,7 @@ JsonValue& JsonMembers::operator[](std::string_view key) {
 
 void JsonMembers::clear() { table.reset(); }
 
-JsonValue& JsonValue::operator=(const JsonValue& other) {
-    return *this = JsonValue(other);
-}
+JsonValue& JsonValue::operator=(const JsonValue& other) { return *this = JsonValue(other); }
 
 JsonValue& JsonValue::operator=(JsonValue&& other) noexcept {
     // Taken out first, so that a value can be replaced by one of its own elements or members.
@@ -279,7 +277,8 @@ bool readPair(const JsonValue& value, double& x, double& y) {
         y = number;
         return true;
     }
-    if (value.kind != JsonKind::Array || value.arrayValue.size() != 2 || !readNumber(value.arrayValue[0], x)) {
+    if (value.kind != JsonKind::Array || value.arrayValue.size() != 2 ||
+        !readNumber(value.arrayValue[0], x)) {
         return false;
     }
     readNumber(value.arrayValue[1], y);

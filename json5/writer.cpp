@@ -38,8 +38,8 @@ void Json5Writer::write(const JsonValue& value, int depth) {
     }
 }
 
-// As a standard stream prints a double by default, without asking a stream: its locale and, on some platforms, its
-// width of exponents and its words for infinities differ.
+// As a standard stream prints a double by default, without asking a stream: its locale and, on some
+// platforms, its width of exponents and its words for infinities differ.
 void Json5Writer::writeFloat(double number) {
     if (std::isnan(number)) {
         out += "nan.0";

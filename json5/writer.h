@@ -8,11 +8,12 @@
 
 namespace dunkman {
 
-// Prints values in the game's own layout: quoted keys, no comments, no trailing commas, no line feed at the end.
-// An array is spread over lines only when its first element is an Object; an object whenever it has members and
-// there is an indent unit. Strings and keys go out byte for byte, because the reader translates no escapes: one
-// that holds a double quote does not read back. Floats have six significant digits; one whose text has no point
-// gets ".0" (1e+06.0, inf.0, nan.0 - none of which reads back). Text and numbers are the same on every platform.
+// Prints values in the game's own layout: quoted keys, no comments, no trailing commas, no line feed at the
+// end. An array is spread over lines only when its first element is an Object; an object whenever it has
+// members and there is an indent unit. Strings and keys go out byte for byte, because the reader translates
+// no escapes: one that holds a double quote does not read back. Floats have six significant digits; one whose
+// text has no point gets ".0" (1e+06.0, inf.0, nan.0 - none of which reads back). Text and numbers are the
+// same on every platform.
 class Json5Writer {
 public:
     // Appends to `text`, which must outlive the writer. An empty indent `unit` gives compact output.

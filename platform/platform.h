@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
-// simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
+// What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and
+// the simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
 // Debugger output is in base/debug_output.h.
 namespace dunkman::platform {
 
@@ -13,12 +13,12 @@ struct ClientSize {
 };
 
 // Start-up, in the order of use.
-void switchDisplayMode();    // 1920 x 1080, 32 bits per pixel, full screen
-void openWindow();           // borderless, 1920 x 1080
-void hideCursor();           //
-void createGlContext();      // pixel format, context, made current
-void loadGlFunctions();      // resolves every pointer of render/gl.h
-void setSwapInterval();      // 1: wait for the vertical blank
+void switchDisplayMode(); // 1920 x 1080, 32 bits per pixel, full screen
+void openWindow();        // borderless, 1920 x 1080
+void hideCursor();        //
+void createGlContext();   // pixel format, context, made current
+void loadGlFunctions();   // resolves every pointer of render/gl.h
+void setSwapInterval();   // 1: wait for the vertical blank
 bool isWindowVisible();
 
 // One loop iteration.

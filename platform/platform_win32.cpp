@@ -1,5 +1,5 @@
-#include "platform/platform.h"
 #include "platform/platform_win32.h"
+#include "platform/platform.h"
 
 #include <windows.h>
 

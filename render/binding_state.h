@@ -6,8 +6,8 @@ namespace dunkman {
 class ProgramBase;
 class MaterialBase;
 
-extern const ProgramBase* currentProgram;    // last passed to glUseProgram; null: none
-extern const MaterialBase* currentMaterial;  // whose values were last uploaded; null: none
+extern const ProgramBase* currentProgram;   // last passed to glUseProgram; null: none
+extern const MaterialBase* currentMaterial; // whose values were last uploaded; null: none
 
 // Forgets both without touching OpenGL.
 void resetBindingState();

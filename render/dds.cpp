@@ -49,8 +49,7 @@ std::uint32_t blocksAcross(std::uint32_t texels) {
     return std::max(1u, (texels + blockTexels - 1) / blockTexels);
 }
 
-template <typename Take>
-void forEachUpload(const DdsHeader& header, Take take) {
+template <typename Take> void forEachUpload(const DdsHeader& header, Take take) {
     DdsUpload upload{0, header.width, header.height, 0, 0};
     for (; upload.level < header.mipMapCount; ++upload.level) {
         upload.bytes = blocksAcross(upload.width) * blocksAcross(upload.height) * blockBytes;
@@ -72,7 +71,8 @@ void requireAllLevels(const DdsImage& image, const std::string& fileName) {
 }
 
 void requireSaneHeader(const DdsHeader& header, const std::string& fileName) {
-    if (header.width == 0 || header.height == 0 || header.width > maxDdsExtent || header.height > maxDdsExtent) {
+    if (header.width == 0 || header.height == 0 || header.width > maxDdsExtent ||
+        header.height > maxDdsExtent) {
         reject(fileName, "says that it is " + std::to_string(header.width) + " by " +
                              std::to_string(header.height) + " texels large; 1 to " +
                              std::to_string(maxDdsExtent) + " are possible");
@@ -125,7 +125,8 @@ DdsImage readDds(const std::string& path) {
 }
 
 std::uint32_t ddsStorageLevels(const DdsHeader& header) {
-    const auto possible = static_cast<std::uint32_t>(std::bit_width(std::max({header.width, header.height, 1u})));
+    const auto possible =
+        static_cast<std::uint32_t>(std::bit_width(std::max({header.width, header.height, 1u})));
     return std::min(possible, header.mipMapCount & 0xFFu);
 }
 

@@ -8,8 +8,7 @@
 namespace dunkman {
 namespace {
 
-template <typename Function>
-void load(Function*& pointer, const char* name, GlLookup lookup) {
+template <typename Function> void load(Function*& pointer, const char* name, GlLookup lookup) {
     const GlFunction answer = lookup(name);
     if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(answer))) {
         pointer = nullptr;

@@ -10,14 +10,10 @@ GlFunction lookUpInSystemLibrary(const char* name) {
     return reinterpret_cast<GlFunction>(GetProcAddress(library, name));
 }
 
-GlFunction askDriver(const char* name) {
-    return reinterpret_cast<GlFunction>(wglGetProcAddress(name));
-}
+GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
 
 } // namespace
 
-void loadGlFunctionsFromWindows() {
-    loadGlFunctions(lookUpInSystemLibrary, askDriver);
-}
+void loadGlFunctionsFromWindows() { loadGlFunctions(lookUpInSystemLibrary, askDriver); }
 
 } // namespace dunkman

@@ -44,8 +44,8 @@ GLuint compileShader(const std::string& source, const Stage& stage, const std::s
     GLint compiled = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
     if (compiled == 0) {
-        reportFailure(std::string("The ") + stage.title + " shader \"" + fileName + "\" does not compile", shader,
-                      glGetShaderInfoLog);
+        reportFailure(std::string("The ") + stage.title + " shader \"" + fileName + "\" does not compile",
+                      shader, glGetShaderInfoLog);
     }
     return shader;
 }

@@ -12,8 +12,9 @@ constexpr const char* fragmentFile = "drawable_basic.frag";
 
 SpriteUniforms findSpriteUniforms(const Program& program) {
     const auto find = [&program](const char* uniform) { return program.findResource(uniform).value_or(-1); };
-    return {find("uViewProjection"), find("uDestMinAndSize"), find("uPosCosSin"),           find("uMirrorFlags"),
-            find("uTexture"),        find("zOffset"),         find("uGammaGainSaturation"), find("uTint")};
+    return {
+        find("uViewProjection"), find("uDestMinAndSize"), find("uPosCosSin"),           find("uMirrorFlags"),
+        find("uTexture"),        find("zOffset"),         find("uGammaGainSaturation"), find("uTint")};
 }
 
 } // namespace

@@ -15,7 +15,8 @@ namespace {
 constexpr std::string_view directive = "#include \"";
 constexpr std::string_view parentStep = "\\..\\";
 
-// One run of the preprocessor: the cache and the files whose expansion has begun but not ended, outermost first.
+// One run of the preprocessor: the cache and the files whose expansion has begun but not ended, outermost
+// first.
 class Expander {
 public:
     Expander(IncludeCache& includeCache, const TextFileReader& fileReader)
@@ -59,7 +60,8 @@ std::string Expander::expandText(const std::string& path, const std::string& fil
         if (rest.substr(0, 2) == "/*") {
             const std::size_t end = view.find("*/", cursor + 2);
             if (end == std::string_view::npos) {
-                fatal("A comment in the shader file \"" + fileName + "\" is opened with /* but never closed.");
+                fatal("A comment in the shader file \"" + fileName +
+                      "\" is opened with /* but never closed.");
             }
             cursor = end + 2;
         } else if (rest.substr(0, 2) == "//") {
@@ -83,8 +85,8 @@ std::string Expander::expandText(const std::string& path, const std::string& fil
     return output;
 }
 
-// Files that include each other twice and again double their text at each step; without a bound a few lines could
-// ask for all memory.
+// Files that include each other twice and again double their text at each step; without a bound a few lines
+// could ask for all memory.
 void Expander::append(std::string& output, std::string_view piece, const std::string& fileName) {
     if (piece.size() > maxExpandedShaderBytes - output.size()) {
         fatal("The shader file \"" + fileName + "\" grows beyond 1 MiB with its includes.");
@@ -98,7 +100,8 @@ std::string readTextFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::error_code ignored;
     if (!file || std::filesystem::is_directory(path, ignored)) {
-        debugBreak("The shader file \"" + path + "\" cannot be opened. It belongs into the folder of the game's data.");
+        debugBreak("The shader file \"" + path +
+                   "\" cannot be opened. It belongs into the folder of the game's data.");
         return {};
     }
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

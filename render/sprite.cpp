@@ -1,7 +1,7 @@
 #include "render/sprite.h"
 
-#include "exact/exact_math.h"
 #include "base/frame_state.h"
+#include "exact/exact_math.h"
 #include "render/binding_state.h"
 #include "render/renderer.h"
 #include "render/renderer_objects.h"
@@ -9,8 +9,7 @@
 namespace dunkman {
 namespace {
 
-template <typename... Numbers>
-std::array<float, sizeof...(Numbers)> floatsOf(Numbers... numbers) {
+template <typename... Numbers> std::array<float, sizeof...(Numbers)> floatsOf(Numbers... numbers) {
     return {static_cast<float>(numbers)...};
 }
 
@@ -38,8 +37,8 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     // The minus signs stand outside the products: a pivot of 0 gives -0.0.
     material.setUniform(uniforms.destMinAndSize,
                         UniformValue(floatsOf(-(pivot.x * width), -(pivot.y * height), width, height)));
-    material.setUniform(uniforms.posCosSin, UniformValue(floatsOf(position.x, position.y, exactCos(radians),
-                                                                  exactSin(radians))));
+    material.setUniform(uniforms.posCosSin,
+                        UniformValue(floatsOf(position.x, position.y, exactCos(radians), exactSin(radians))));
     material.setUniform(uniforms.mirrorFlags, UniformValue(flags));
     material.setUniform(uniforms.texture, UniformValue(SampledTexture{&texture, &objects.sampler}));
     material.setUniform(uniforms.zOffset, UniformValue(static_cast<float>(zOffset)));

@@ -14,9 +14,10 @@ Texture2D::Texture2D(const std::string& path) {
     height = image.header.height;
     levels = static_cast<std::uint8_t>(ddsStorageLevels(image.header));
     glCreateTextures(GL_TEXTURE_2D, 1, &name);
-    glTextureStorage2D(name, levels, internalFormat, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
-    // A file may hold more levels than a texture of its size can have. They are handed over too; OpenGL refuses
-    // them without harm.
+    glTextureStorage2D(name, levels, internalFormat, static_cast<GLsizei>(width),
+                       static_cast<GLsizei>(height));
+    // A file may hold more levels than a texture of its size can have. They are handed over too; OpenGL
+    // refuses them without harm.
     for (const DdsUpload& upload : ddsUploads(image.header)) {
         glCompressedTextureSubImage2D(name, static_cast<GLint>(upload.level), 0, 0,
                                       static_cast<GLsizei>(upload.width), static_cast<GLsizei>(upload.height),
@@ -31,7 +32,8 @@ void Texture2D::release() {
 }
 
 double aspectOf(const Texture2D& texture) {
-    return static_cast<double>(std::max(texture.width, 1u)) / static_cast<double>(std::max(texture.height, 1u));
+    return static_cast<double>(std::max(texture.width, 1u)) /
+           static_cast<double>(std::max(texture.height, 1u));
 }
 
 } // namespace dunkman

@@ -41,16 +41,14 @@ public:
     const float* floats() const { return payload.data(); }
 
     // The payload as any other of the types above.
-    template <typename Value>
-    Value as() const {
+    template <typename Value> Value as() const {
         Value value;
         std::memcpy(&value, payload.data(), sizeof(Value));
         return value;
     }
 
 private:
-    template <typename Value>
-    UniformValue(std::uint32_t glType, const Value& value) : valueType(glType) {
+    template <typename Value> UniformValue(std::uint32_t glType, const Value& value) : valueType(glType) {
         static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(payload));
         std::memcpy(payload.data(), &value, sizeof(Value));
     }

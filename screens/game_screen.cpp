@@ -1,14 +1,14 @@
 #include "screens/game_screen.h"
 
-#include "exact/exact_math.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
-#include "world/scene_loader.h"
+#include "exact/exact_math.h"
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/warm_up.h"
 #include "world/camera.h"
 #include "world/player.h"
+#include "world/scene_loader.h"
 #include "world/world.h"
 
 namespace dunkman {
@@ -59,11 +59,22 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
     const float depthOffset = -(2.0f * farPlane * nearPlane) / (farPlane - nearPlane);
     // The view moves the world by (-x, -y, -10).
     const auto distance = static_cast<float>(cameraDistance);
-    return {scaleX, 0, 0, 0,
-            0, scaleY, 0, 0,
-            0, 0, depthScale, -1,
-            scaleX * -static_cast<float>(lookX), scaleY * -static_cast<float>(lookY),
-            depthScale * -distance + depthOffset, distance};
+    return {scaleX,
+            0,
+            0,
+            0,
+            0,
+            scaleY,
+            0,
+            0,
+            0,
+            0,
+            depthScale,
+            -1,
+            scaleX * -static_cast<float>(lookX),
+            scaleY * -static_cast<float>(lookY),
+            depthScale * -distance + depthOffset,
+            distance};
 }
 
 Matrix4 healthViewProjection() {

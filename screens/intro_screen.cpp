@@ -1,8 +1,8 @@
 #include "screens/intro_screen.h"
 
+#include "audio/music_selection.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "audio/music_selection.h"
 #include "screens/layout.h"
 
 namespace dunkman {

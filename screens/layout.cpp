@@ -11,7 +11,8 @@ namespace dunkman {
 
 namespace {
 
-// Proportions of the background picture: on wider windows its width fills the screen, on narrower ones its height.
+// Proportions of the background picture: on wider windows its width fills the screen, on narrower ones its
+// height.
 constexpr double backgroundAspect = 1.4750996015936255;
 
 struct CreditLine {
@@ -48,7 +49,8 @@ void drawTextEndingAt(std::string_view text, double letterHeight, Vec2 end) {
     drawText(text, 0, letterHeight, 0.0, pointBox(end), {1.0, 0.5});
 }
 
-void drawInterfacePicture(std::string_view imageKey, Vec2 centre, double height, double angle, double zOffset) {
+void drawInterfacePicture(std::string_view imageKey, Vec2 centre, double height, double angle,
+                          double zOffset) {
     drawPicture(imageKey, centre, height, angle, zOffset, 0, SpriteMode::Interface);
 }
 

@@ -17,7 +17,8 @@ void drawCentredText(std::string_view text, double letterHeight, Vec2 centre);
 void drawTextEndingAt(std::string_view text, double letterHeight, Vec2 end);
 
 // An upright interface picture.
-void drawInterfacePicture(std::string_view imageKey, Vec2 centre, double height, double angle, double zOffset);
+void drawInterfacePicture(std::string_view imageKey, Vec2 centre, double height, double angle,
+                          double zOffset);
 
 void drawCreditLines();
 

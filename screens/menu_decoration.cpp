@@ -27,7 +27,8 @@ void drawDecorationItem(const DecorationItem& item) {
     const double bob = exactSin(time * item.bobFrequency + item.bobPhase) * item.bobAmplitude;
     const double tilt = item.baseAngle * radiansPerDegree;
     const Vec2 position = {item.baseX + exactSin(tilt) * bob, item.baseY + exactCos(-tilt) * bob};
-    const double angle = exactSin(time * item.rockFrequency + item.rockPhase) * item.rockAmplitude + item.baseAngle;
+    const double angle =
+        exactSin(time * item.rockFrequency + item.rockPhase) * item.rockAmplitude + item.baseAngle;
     drawPicture(item.imageKey, position, item.height, angle, item.zOffset, 0, SpriteMode::Interface);
 }
 

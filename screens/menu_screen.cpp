@@ -3,9 +3,9 @@
 #include <array>
 #include <string_view>
 
-#include "exact/exact_math.h"
-#include "base/frame_state.h"
 #include "audio/music_selection.h"
+#include "base/frame_state.h"
+#include "exact/exact_math.h"
 #include "screens/layout.h"
 
 namespace dunkman {

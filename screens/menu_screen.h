@@ -1,7 +1,7 @@
 #pragma once
 
-#include "screens/menu_decoration.h"
 #include "screens/hold_timer.h"
+#include "screens/menu_decoration.h"
 #include "screens/screen.h"
 
 namespace dunkman {

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <string>
 
+#include "assets/catalog.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
-#include "assets/catalog.h"
-#include "world/registry.h"
 #include "world/camera.h"
 #include "world/describe.h"
 #include "world/player.h"
 #include "world/properties.h"
 #include "world/random.h"
+#include "world/registry.h"
 #include "world/spawn_point.h"
 #include "world/world.h"
 #include "world/zombie.h"
@@ -77,8 +77,8 @@ void Arena::startWhenPassed() {
 }
 
 void Arena::fight() {
-    // Whoever is on the way out counts as dead even if a weapon of negative damage healed him in his last step:
-    // the world frees him at the end of it.
+    // Whoever is on the way out counts as dead even if a weapon of negative damage healed him in his last
+    // step: the world frees him at the end of it.
     std::erase_if(liveZombies, [](const Zombie* zombie) {
         return zombie->health < 0 || world.isQueuedForDestroy(*zombie);
     });

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "world/object.h"
 #include "world/arena_script.h"
+#include "world/object.h"
 
 namespace dunkman {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "exact/exact_math.h"
 #include "base/frame_state.h"
+#include "exact/exact_math.h"
 #include "world/player.h"
 #include "world/properties.h"
 #include "world/world.h"

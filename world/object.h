@@ -1,8 +1,8 @@
 #pragma once
 
-#include "world/object_type.h"
-#include "json5/value.h"
 #include "base/geometry.h"
+#include "json5/value.h"
+#include "world/object_type.h"
 
 namespace dunkman {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "exact/exact_math.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
+#include "exact/exact_math.h"
 #include "world/camera.h"
 #include "world/numbers.h"
 #include "world/world.h"

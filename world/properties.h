@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "json5/value.h"
 #include "base/geometry.h"
+#include "json5/value.h"
 #include "world/timer.h"
 
 // How the object family reads and writes its fields. A key that is absent or of another kind leaves the field

@@ -4,12 +4,12 @@
 #include <string_view>
 #include <utility>
 
-#include "base/fatal.h"
 #include "assets/catalog.h"
-#include "world/registry.h"
-#include "json5/reader.h"
+#include "base/fatal.h"
 #include "base/geometry.h"
+#include "json5/reader.h"
 #include "world/object.h"
+#include "world/registry.h"
 #include "world/world.h"
 
 namespace dunkman {

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "exact/exact_math.h"
 #include "base/frame_state.h"
+#include "exact/exact_math.h"
 #include "world/properties.h"
 #include "world/world.h"
 #include "world/zombie.h"

@@ -4,9 +4,9 @@
 #include <span>
 #include <vector>
 
+#include "world/object.h"
 #include "world/object_type.h"
 #include "world/registry.h"
-#include "world/object.h"
 
 namespace dunkman {
 

@@ -3,10 +3,10 @@
 #include <cmath>
 
 #include "base/frame_state.h"
-#include "world/registry.h"
 #include "world/numbers.h"
 #include "world/player.h"
 #include "world/properties.h"
+#include "world/registry.h"
 #include "world/world.h"
 #include "world/zombie_dead.h"
 

@@ -1,9 +1,9 @@
 #include <memory>
 
-#include "base/debug_output.h"
 #include "audio/decode.h"
 #include "audio/fed_ring.h"
 #include "audio/output.h"
+#include "base/debug_output.h"
 
 // A device that takes nothing: the feed works on a real ring, whose reader never moves, so that music costs a
 // simulated step what it costs a played one. Music files are not looked at.

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "render/gl.h"
 #include "platform/simulated/draw_trace.h"
 #include "platform/simulated/shader_scan.h"
+#include "render/gl.h"
 
 namespace dunkman::simulated {
 namespace {
@@ -20,8 +20,8 @@ struct Resource {
 };
 
 struct LinkedProgram {
-    std::string text;                // of all attached shaders
-    std::vector<Resource> uniforms;  // a uniform's location is its place here
+    std::string text;               // of all attached shaders
+    std::vector<Resource> uniforms; // a uniform's location is its place here
     std::vector<Resource> blocks;
     TraceUniforms traced;
     std::size_t textureUnit = 0; // of the sprite's texture
@@ -38,14 +38,13 @@ struct State {
 State state;
 DrawTrace drawTrace;
 
-template <typename... Arguments>
-void ignore(const Arguments&...) {}
+template <typename... Arguments> void ignore(const Arguments&...) {}
 
 // What the game calls without ever noticing a result.
-#define GL_FUNCTION(result, name, parameters, arguments)                                                           \
-    result name##Ignored parameters {                                                                              \
-        ignore arguments;                                                                                          \
-        return static_cast<result>(0);                                                                             \
+#define GL_FUNCTION(result, name, parameters, arguments)                                                     \
+    result name##Ignored parameters {                                                                        \
+        ignore arguments;                                                                                    \
+        return static_cast<result>(0);                                                                       \
     }
 #define GL_SYSTEM_FUNCTION GL_FUNCTION
 #include "render/gl_functions.inc"
@@ -79,7 +78,9 @@ GLuint createProgram() {
     return name;
 }
 
-void attachShader(GLuint program, GLuint shader) { state.programs[program].text += state.shaders[shader] + "\n"; }
+void attachShader(GLuint program, GLuint shader) {
+    state.programs[program].text += state.shaders[shader] + "\n";
+}
 
 void linkProgram(GLuint name) {
     LinkedProgram& program = state.programs[name];
@@ -106,8 +107,9 @@ void linkProgram(GLuint name) {
             program.textureUnit = static_cast<std::size_t>(resource.declaration.binding);
         }
     }
-    program.traced = {find("uViewProjection"), find("uDestMinAndSize"), find("uPosCosSin"), find("uMirrorFlags"),
-                      find("zOffset"),         find("uGammaGainSaturation"), find("uTint")};
+    program.traced = {
+        find("uViewProjection"), find("uDestMinAndSize"),      find("uPosCosSin"), find("uMirrorFlags"),
+        find("zOffset"),         find("uGammaGainSaturation"), find("uTint")};
 }
 
 void useProgram(GLuint name) { state.used = name == 0 ? nullptr : &state.programs[name]; }
@@ -129,8 +131,8 @@ void getProgramInterfaceiv(GLuint program, GLenum kind, GLenum, GLint* parameter
     *parameters = static_cast<GLint>(resourcesOf(program, kind).size());
 }
 
-void getProgramResourceiv(GLuint program, GLenum kind, GLuint index, GLsizei propertyCount, const GLenum* properties,
-                          GLsizei, GLsizei*, GLint* parameters) {
+void getProgramResourceiv(GLuint program, GLenum kind, GLuint index, GLsizei propertyCount,
+                          const GLenum* properties, GLsizei, GLsizei*, GLint* parameters) {
     const ShaderDeclaration& declaration = resourcesOf(program, kind)[index].declaration;
     for (GLsizei property = 0; property < propertyCount; ++property) {
         switch (properties[property]) {
@@ -174,8 +176,7 @@ UniformStore* storeAt(GLint location) {
     return &state.used->uniforms[static_cast<std::size_t>(location)].value;
 }
 
-template <int Count>
-void uniformFloats(GLint location, GLsizei, const GLfloat* value) {
+template <int Count> void uniformFloats(GLint location, GLsizei, const GLfloat* value) {
     if (UniformStore* const store = storeAt(location)) {
         std::copy_n(value, Count, store->floats.begin());
     }

@@ -24,8 +24,8 @@ constexpr std::array<std::pair<std::string_view, GLenum>, 10> typeNames = {{
 }};
 
 GLenum typeByName(std::string_view name) {
-    const auto found =
-        std::find_if(typeNames.begin(), typeNames.end(), [name](const auto& entry) { return entry.first == name; });
+    const auto found = std::find_if(typeNames.begin(), typeNames.end(),
+                                    [name](const auto& entry) { return entry.first == name; });
     return found == typeNames.end() ? 0 : found->second;
 }
 
@@ -92,7 +92,8 @@ private:
         return number;
     }
 
-    // What follows `uniform`: a type, then names up to the semicolon. A block has a brace there and is left alone.
+    // What follows `uniform`: a type, then names up to the semicolon. A block has a brace there and is left
+    // alone.
     void scanUniforms() {
         while (peek() == "highp" || peek() == "mediump" || peek() == "lowp") {
             next();
@@ -121,8 +122,6 @@ private:
 
 } // namespace
 
-std::vector<ShaderDeclaration> scanShader(std::string_view text) {
-    return Scanner(text).run();
-}
+std::vector<ShaderDeclaration> scanShader(std::string_view text) { return Scanner(text).run(); }
 
 } // namespace dunkman::simulated

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "platform/platform.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
+#include "platform/platform.h"
 #include "render/gl.h"
 #include "tests/fakes/program_fixture.h"
 

@@ -111,7 +111,8 @@ TEST_F(Recording, KeepsOnlyStepsInWhichAKeyChanged) {
 }
 
 TEST_F(Recording, WhatWasSavedLoadsAsItWas) {
-    recording = {{2, {{keys::d, KeyState::Pressed}, {keys::x, KeyState::Released}}}, {700, {{keys::d, KeyState::Up}}}};
+    recording = {{2, {{keys::d, KeyState::Pressed}, {keys::x, KeyState::Released}}},
+                 {700, {{keys::d, KeyState::Up}}}};
     const std::vector<InputRecord> saved = recording;
     saveRecording();
     recording.clear();

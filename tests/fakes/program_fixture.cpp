@@ -1,7 +1,7 @@
 #include "tests/fakes/program_fixture.h"
 
-#include "tools/headless/runner.h"
 #include "platform/simulated/gl_sim.h"
+#include "tools/headless/runner.h"
 
 namespace dunkman {
 

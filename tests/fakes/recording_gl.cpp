@@ -28,8 +28,7 @@ constexpr std::pair<GLenum, std::string_view> constantNames[] = {
 constexpr GLenum lowestNamedConstant = 0x0100;
 
 // The first elements of an array argument.
-template <typename Element>
-struct Elements {
+template <typename Element> struct Elements {
     const Element* data;
     int count;
 };
@@ -38,8 +37,7 @@ struct Text {
     std::string_view characters;
 };
 
-template <typename Number>
-std::string numberText(Number number) {
+template <typename Number> std::string numberText(Number number) {
     std::array<char, 32> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
     return {buffer.data(), result.ptr};
@@ -59,8 +57,7 @@ std::string textOf(GLuint number) {
                                                                              : numberText(number);
 }
 
-template <typename Element>
-std::string textOf(const Elements<Element>& elements) {
+template <typename Element> std::string textOf(const Elements<Element>& elements) {
     std::string text = "{";
     for (int index = 0; index < elements.count; ++index) {
         text += (index == 0 ? "" : ", ") + textOf(elements.data[index]);
@@ -72,8 +69,7 @@ std::string textOf(const Elements<Element>& elements) {
 struct CallRecorder {
     std::string_view function;
 
-    template <typename... Arguments>
-    void operator()(const Arguments&... arguments) const {
+    template <typename... Arguments> void operator()(const Arguments&... arguments) const {
         std::string line(function);
         std::string_view separator = "(";
         ((line.append(separator).append(textOf(arguments)), separator = ", "), ...);
@@ -82,10 +78,10 @@ struct CallRecorder {
     }
 };
 
-#define GL_FUNCTION(result, name, parameters, arguments)                                                           \
-    result name##Recorded parameters {                                                                             \
-        CallRecorder{#name} arguments;                                                                             \
-        return static_cast<result>(0);                                                                             \
+#define GL_FUNCTION(result, name, parameters, arguments)                                                     \
+    result name##Recorded parameters {                                                                       \
+        CallRecorder{#name} arguments;                                                                       \
+        return static_cast<result>(0);                                                                       \
     }
 #define GL_SYSTEM_FUNCTION GL_FUNCTION
 #include "render/gl_functions.inc"
@@ -166,7 +162,8 @@ void getProgramResourceiv(GLuint program, GLenum kind, GLuint index, GLsizei cou
 
 void getProgramResourceName(GLuint program, GLenum kind, GLuint index, GLsizei size, GLsizei*, GLchar* name) {
     CallRecorder{"glGetProgramResourceName"}(program, kind, index, size);
-    copyText(kind == GL_UNIFORM ? active->uniforms[index].name : active->storageBlocks[index].name, size, name);
+    copyText(kind == GL_UNIFORM ? active->uniforms[index].name : active->storageBlocks[index].name, size,
+             name);
 }
 
 void getUniformiv(GLuint program, GLint location, GLint* answer) {
@@ -178,10 +175,9 @@ void getUniformiv(GLuint program, GLint location, GLint* answer) {
     }
 }
 
-template <int Count>
-void uniformFloats(GLint location, GLsizei count, const GLfloat* value) {
-    CallRecorder{"glUniform" + std::string(1, static_cast<char>('0' + Count)) + "fv"}(
-        location, count, Elements<GLfloat>{value, Count});
+template <int Count> void uniformFloats(GLint location, GLsizei count, const GLfloat* value) {
+    CallRecorder{"glUniform" + std::string(1, static_cast<char>('0' + Count)) +
+                 "fv"}(location, count, Elements<GLfloat>{value, Count});
 }
 
 void uniformMatrix(GLint location, GLsizei count, GLboolean transpose, const GLfloat* value) {

@@ -11,9 +11,10 @@ namespace dunkman {
 namespace {
 
 constexpr std::array<const char*, 21> imageKeys = {
-    "sunset",       "menuBackground", "logo",         "logoTheGame",  "player",    "playerUnarmed", "zombie",
-    "zombieDeath0", "zombieDeath1",   "zombieDeath2", "zombieDeath3", "flamingo",  "pineapple",     "pineappleHeart",
-    "cocktailFull", "cocktailSpill",  "palmTree",     "btnArrow",     "btnZ",      "btnX",          "btnEsc"};
+    "sunset",    "menuBackground", "logo",         "logoTheGame",   "player",       "playerUnarmed",
+    "zombie",    "zombieDeath0",   "zombieDeath1", "zombieDeath2",  "zombieDeath3", "flamingo",
+    "pineapple", "pineappleHeart", "cocktailFull", "cocktailSpill", "palmTree",     "btnArrow",
+    "btnZ",      "btnX",           "btnEsc"};
 
 void appendWord(std::string& bytes, unsigned word) {
     for (unsigned shift = 0; shift < 32; shift += 8) {
@@ -37,11 +38,11 @@ std::string smallDds(unsigned width, unsigned height) {
     header[1] = 0x81007; // caps, height, width, pixel format, linear size
     header[2] = height;
     header[3] = width;
-    header[6] = 1;  // levels
+    header[6] = 1; // levels
     header[18] = 32;
-    header[19] = 4; // the FourCC counts
+    header[19] = 4;          // the FourCC counts
     header[20] = 0x31545844; // DXT1
-    header[26] = 0x1000; // texture
+    header[26] = 0x1000;     // texture
     for (const unsigned word : header) {
         appendWord(bytes, word);
     }

@@ -10,13 +10,13 @@
 #include "app/recording.h"
 #include "base/fatal.h"
 #include "base/key_states.h"
-#include "world/scene_loader.h"
 #include "json5/reader.h"
+#include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/runner.h"
-#include "platform/simulated/platform_sim.h"
 #include "world/player.h"
+#include "world/scene_loader.h"
 #include "world/world.h"
 
 // The input is a scene. It is loaded and played for a second, keys included; the game goes on or stops with a

@@ -76,7 +76,8 @@ TEST(HexFloat, AppendsToWhatIsThere) {
 TEST(CanonicalString, EscapesQuotesBackslashesAndUnprintableBytes) {
     EXPECT_EQ(canonicalString("plain ~ text"), R"("plain ~ text")");
     EXPECT_EQ(canonicalString("a\"b\\c"), R"("a\"b\\c")");
-    EXPECT_EQ(canonicalString(std::string("\0\n\x1f\x20\x7e\x7f\x80\xff", 8)), R"("\x00\x0a\x1f ~\x7f\x80\xff")");
+    EXPECT_EQ(canonicalString(std::string("\0\n\x1f\x20\x7e\x7f\x80\xff", 8)),
+              R"("\x00\x0a\x1f ~\x7f\x80\xff")");
     EXPECT_EQ(canonicalString(""), R"("")");
 }
 

@@ -171,8 +171,8 @@ struct PlainReader : PlainStream {
                 return;
             }
             if (std::isxdigit(static_cast<unsigned char>(character)) == 0) {
-                fail(2, std::string("Invalid unicode escape code, expected 4 hexadecimal digits, not ") + peek() +
-                            ".");
+                fail(2, std::string("Invalid unicode escape code, expected 4 hexadecimal digits, not ") +
+                            peek() + ".");
                 return;
             }
         }
@@ -343,7 +343,10 @@ struct PlainReader : PlainStream {
             return;
         }
         const std::string text = (negative ? "-" : "") + whole + (fraction.empty() ? "" : ".") + fraction +
-                                 (exponent.empty() ? "" : exponentNegative ? "e-" : "e") + exponent;
+                                 (exponent.empty()   ? ""
+                                  : exponentNegative ? "e-"
+                                                     : "e") +
+                                 exponent;
         if (point || !exponent.empty()) {
             target.floatValue = static_cast<double>(std::stold(text));
             target.kind = JsonKind::Float;

@@ -19,8 +19,8 @@ namespace {
 std::string describe(const Json5Report& report, const JsonValue& value) {
     std::string text = std::to_string(static_cast<unsigned>(report.code));
     text += " " + canonicalString(report.message);
-    for (const std::uint64_t counter : {report.position.characters, report.position.line, report.position.column,
-                                        report.position.previousLineLength}) {
+    for (const std::uint64_t counter : {report.position.characters, report.position.line,
+                                        report.position.column, report.position.previousLineLength}) {
         text += " " + std::to_string(counter);
     }
     return text + " " + canonicalText(value);
@@ -94,22 +94,35 @@ protected:
 
     std::string space() { return random() % 2 == 0 ? "" : pick(spaces); }
 
-    const std::string& pick(const std::vector<std::string>& choices) { return choices[random() % choices.size()]; }
+    const std::string& pick(const std::vector<std::string>& choices) {
+        return choices[random() % choices.size()];
+    }
 
     std::mt19937_64 random{99};
-    const std::vector<std::string> scalars = {"true", "false", "null", "NaN", "Infinity", "-Infinity", "+Infinity"};
-    const std::vector<std::string> numbers = {"0",    "-0",   "12",      "+7",        "1.5",     ".5",
-                                              "5.",   "1e5",  "1.e-3",   "0.002877",  "0x1F",    "-0X0a",
-                                              "1e+2", "0.0",  "123e-70", "0.1000001", "1e4931",  "9223372036854775807",
-                                              "1e999", "-1e-999", "1e9999", "92233720368547758070"};
-    const std::vector<std::string> strings = {"'a'",      "\"b\"",     "'it\\'s'",   "'\\x41b'",  "\"\\x41\\\"\"",
-                                              "'\\\nb'",  "'\\\r\nb'", "'\\\rb'",    "'\\n\\\\'", "'\xc3\xa4'",
-                                              "\"a'b\"", "''"};
-    const std::vector<std::string> keys = {"a", "b ", "\"a\"", "\"\"", "'a'", "a b", "\"\\x41\"\"", "c\n", ""};
-    const std::vector<std::string> spaces = {" ", "\n", "\t \r\n", "/*c*/", " /***/", "// x\n", " // y\r", "\n\n"};
-    const std::vector<std::string> mistakes = {"tru",   "nulx", "-",    "1e",   "0x",    "0xg1", "'a",  "\"\\u0041\"",
-                                               "'\\xg'", "/",    "]",    "}",    ",",     "\\",   "Na",  "Infinit",
-                                               "a\\n:",  "1 2",  "'\n'", "1.e.", "fals", "\\u12", "[[", "{a"};
+    const std::vector<std::string> scalars = {"true",     "false",     "null",     "NaN",
+                                              "Infinity", "-Infinity", "+Infinity"};
+    const std::vector<std::string> numbers = {"0",       "-0",
+                                              "12",      "+7",
+                                              "1.5",     ".5",
+                                              "5.",      "1e5",
+                                              "1.e-3",   "0.002877",
+                                              "0x1F",    "-0X0a",
+                                              "1e+2",    "0.0",
+                                              "123e-70", "0.1000001",
+                                              "1e4931",  "9223372036854775807",
+                                              "1e999",   "-1e-999",
+                                              "1e9999",  "92233720368547758070"};
+    const std::vector<std::string> strings = {"'a'",           "\"b\"",      "'it\\'s'",  "'\\x41b'",
+                                              "\"\\x41\\\"\"", "'\\\nb'",    "'\\\r\nb'", "'\\\rb'",
+                                              "'\\n\\\\'",     "'\xc3\xa4'", "\"a'b\"",   "''"};
+    const std::vector<std::string> keys = {"a",   "b ",          "\"a\"", "\"\"", "'a'",
+                                           "a b", "\"\\x41\"\"", "c\n",   ""};
+    const std::vector<std::string> spaces = {" ",      "\n",     "\t \r\n", "/*c*/",
+                                             " /***/", "// x\n", " // y\r", "\n\n"};
+    const std::vector<std::string> mistakes = {"tru",  "nulx",        "-",      "1e",      "0x",    "0xg1",
+                                               "'a",   "\"\\u0041\"", "'\\xg'", "/",       "]",     "}",
+                                               ",",    "\\",          "Na",     "Infinit", "a\\n:", "1 2",
+                                               "'\n'", "1.e.",        "fals",   "\\u12",   "[[",    "{a"};
 };
 
 TEST_F(Json5PlainReader, AgreesOnRandomTexts) {

@@ -23,7 +23,8 @@ TEST(Json5ReaderEnd, TextThatEndsRightBehindItsValueIsSoundWithCode5) {
 }
 
 TEST(Json5ReaderEnd, WhitespaceOrCommentBehindTheValueClearsTheCode) {
-    for (const char* text : {"1 ", "1\n", "[1]\r\n", "1 // c", "1 // c\n", "1/* c */", "1 /* c */\n", "1/* open"}) {
+    for (const char* text :
+         {"1 ", "1\n", "[1]\r\n", "1 // c", "1 // c\n", "1/* c */", "1 /* c */\n", "1/* open"}) {
         const auto reading = readText(text);
         EXPECT_EQ(reading.code, Json5Error::None) << text;
         EXPECT_EQ(reading.value.find('1'), reading.value.size() == 1 ? 0u : 1u) << text;
@@ -58,13 +59,27 @@ TEST(Json5ReaderEnd, UnclosedContainersAndStringsHaveCode5) {
         const char* text;
         const char* value;
     };
-    for (const Case& open :
-         {Case{"[", "[]"}, Case{"[1", "[1]"}, Case{"[1 ", "[1]"}, Case{"[1,", "[1]"}, Case{"[1, ", "[1]"},
-          Case{"[1,/*", "[1]"}, Case{"{", "{}"}, Case{"{a", "{}"}, Case{"{\"a\"", R"({"a":null})"},
-          Case{"{a:", R"({"a":null})"}, Case{"{a: ", R"({"a":null})"}, Case{"{a:1", R"({"a":1})"},
-          Case{"{a:1,", R"({"a":1})"}, Case{"'abc", R"("")"}, Case{"\"abc\\", R"("")"}, Case{"'\\x", R"("")"},
-          Case{"'\\x4", R"("")"}, Case{"'\\u004", R"("")"}, Case{"'\\\r", R"("")"}, Case{"'\\\n", R"("")"},
-          Case{"{a:'x',a:'y", R"({"a":""})"}}) {
+    for (const Case& open : {Case{"[", "[]"},
+                             Case{"[1", "[1]"},
+                             Case{"[1 ", "[1]"},
+                             Case{"[1,", "[1]"},
+                             Case{"[1, ", "[1]"},
+                             Case{"[1,/*", "[1]"},
+                             Case{"{", "{}"},
+                             Case{"{a", "{}"},
+                             Case{"{\"a\"", R"({"a":null})"},
+                             Case{"{a:", R"({"a":null})"},
+                             Case{"{a: ", R"({"a":null})"},
+                             Case{"{a:1", R"({"a":1})"},
+                             Case{"{a:1,", R"({"a":1})"},
+                             Case{"'abc", R"("")"},
+                             Case{"\"abc\\", R"("")"},
+                             Case{"'\\x", R"("")"},
+                             Case{"'\\x4", R"("")"},
+                             Case{"'\\u004", R"("")"},
+                             Case{"'\\\r", R"("")"},
+                             Case{"'\\\n", R"("")"},
+                             Case{"{a:'x',a:'y", R"({"a":""})"}}) {
         const auto reading = readText(open.text);
         EXPECT_EQ(reading.code, Json5Error::EndOfInput) << open.text;
         EXPECT_EQ(reading.message, "") << open.text;

@@ -37,20 +37,18 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"'a' \xc3", syntax, "Unexpected '\xc3' after value. Expected end of file.", R"("a")"},
         ErrorCase{"[1 2]", syntax, "Expected ']' instead of '2'.", "[1]"},
         ErrorCase{"[1}", syntax, "Expected ']' instead of '}'.", "[1]"},
-        ErrorCase{"[,1]", syntax, "", "[null]"},
-        ErrorCase{"[1,,2]", syntax, "", "[1,null]"},
+        ErrorCase{"[,1]", syntax, "", "[null]"}, ErrorCase{"[1,,2]", syntax, "", "[1,null]"},
         ErrorCase{"{a:1 b:2}", syntax, "Expected '}' instead of 'b'.", R"({"a":1})"},
         ErrorCase{"{a:1]", syntax, "Expected '}' instead of ']'.", R"({"a":1})"},
         ErrorCase{"{\"a\" 1}", syntax, "Expected ':' instead of '1'.", R"({"a":null})"},
         ErrorCase{"{\"a\"}", syntax, "Expected ':' instead of '}'.", R"({"a":null})"},
-        ErrorCase{"{a:}", syntax, "", R"({"a":null})"}, ErrorCase{"{a:1,,b:2}", syntax,
-                                                                   "Expected ':' instead of ','.",
-                                                                   R"({"":null,"a":1})"},
+        ErrorCase{"{a:}", syntax, "", R"({"a":null})"},
+        ErrorCase{"{a:1,,b:2}", syntax, "Expected ':' instead of ','.", R"({"":null,"a":1})"},
         ErrorCase{"nulx", syntax, "", "null"}, ErrorCase{"[True]", syntax, "", "[null]"},
         ErrorCase{"{a:[1,{b:2,c:[3,x]}],d:4}", syntax, "", R"({"a":[1,{"b":2,"c":[3,null]}]})"},
-        ErrorCase{"/1", slash, "", "null"}, ErrorCase{"1 /2", slash, "", "1"}, ErrorCase{"1/2", slash, "", "1"},
-        ErrorCase{"[1,/ 2]", slash, "", "[1]"}, ErrorCase{"{/}", slash, "", "{}"},
-        ErrorCase{"{\"a\" / :1}", slash, "", R"({"a":null})"}));
+        ErrorCase{"/1", slash, "", "null"}, ErrorCase{"1 /2", slash, "", "1"},
+        ErrorCase{"1/2", slash, "", "1"}, ErrorCase{"[1,/ 2]", slash, "", "[1]"},
+        ErrorCase{"{/}", slash, "", "{}"}, ErrorCase{"{\"a\" / :1}", slash, "", R"({"a":null})"}));
 
 // Comments around a value: what stands behind the second one.
 TEST(Json5ReaderErrors, StraySlashBehindACommentIsFoundToo) {

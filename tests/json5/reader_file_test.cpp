@@ -18,7 +18,8 @@ class Json5File : public ::testing::Test {
 protected:
     void SetUp() override {
         const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        path = (std::filesystem::temp_directory_path() / (std::string("dunkman_json5_") + info->name())).string();
+        path = (std::filesystem::temp_directory_path() / (std::string("dunkman_json5_") + info->name()))
+                   .string();
         std::filesystem::remove_all(path);
     }
     void TearDown() override { std::filesystem::remove_all(path); }

@@ -113,8 +113,8 @@ TEST(Json5ReaderNumber, HexSwallowsOnlyHexDigits) {
 }
 
 TEST(Json5ReaderNumber, WhatIsNoNumberIsAnErrorWithoutMessage) {
-    for (const char* text : {"-", "+", ".", "-.", "e5", ".e5", "1e", "1e+", "1e-x", "1e5.", "1e5.5", "1e.5", "--1",
-                             "+-1", "x", "]", "}", ":", "tru ", "nul!"}) {
+    for (const char* text : {"-",     "+",    ".",   "-.",  "e5", ".e5", "1e", "1e+", "1e-x", "1e5.",
+                             "1e5.5", "1e.5", "--1", "+-1", "x",  "]",   "}",  ":",   "tru ", "nul!"}) {
         const auto reading = readText(text);
         EXPECT_EQ(reading.code, Json5Error::Syntax) << text;
         EXPECT_EQ(reading.message, "") << text;

@@ -46,7 +46,10 @@ TEST(Json5Reader, WhitespaceIsFourCharactersOnly) {
     EXPECT_EQ(valueOf(" \t\r\n1"), "1");
     EXPECT_EQ(readText("\f1").code, Json5Error::Syntax);
     EXPECT_EQ(readText("\v1").code, Json5Error::Syntax);
-    EXPECT_EQ(readText("\xc2\xa0" "1").code, Json5Error::Syntax);
+    EXPECT_EQ(readText("\xc2\xa0"
+                       "1")
+                  .code,
+              Json5Error::Syntax);
     EXPECT_EQ(readText("1\f").message, "Unexpected '\f' after value. Expected end of file.");
 }
 
@@ -154,8 +157,10 @@ TEST(Json5Reader, NestingCountsDepthNotNumber) {
 }
 
 TEST(Json5Reader, TypicalFile) {
-    EXPECT_EQ(valueOf("// recipes\n{\n  hero: {\n    _type: 'Player', \"size\": [2, 2.5],\n    mirrorX: true, },\n}\n"),
-              R"({"hero":{"_type":"Player","mirrorX":true,"size":[2,0x1.4p+1]}})");
+    EXPECT_EQ(
+        valueOf(
+            "// recipes\n{\n  hero: {\n    _type: 'Player', \"size\": [2, 2.5],\n    mirrorX: true, },\n}\n"),
+        R"({"hero":{"_type":"Player","mirrorX":true,"size":[2,0x1.4p+1]}})");
 }
 
 } // namespace

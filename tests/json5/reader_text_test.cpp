@@ -133,9 +133,12 @@ TEST(Json5ReaderString, BadHexDigitNamesTheNextCharacter) {
     EXPECT_EQ(first.message, "Invalid hex escape code, expected 2 hexadecimal digits, not h.");
     EXPECT_EQ(first.value, R"("")");
     EXPECT_EQ(first.position.characters, 4u);
-    EXPECT_EQ(readText(R"('\x4gh')").message, "Invalid hex escape code, expected 2 hexadecimal digits, not h.");
-    EXPECT_EQ(readText(R"('\u00zq')").message, "Invalid unicode escape code, expected 4 hexadecimal digits, not q.");
-    EXPECT_EQ(readText(R"('\uq')").message, "Invalid unicode escape code, expected 4 hexadecimal digits, not '.");
+    EXPECT_EQ(readText(R"('\x4gh')").message,
+              "Invalid hex escape code, expected 2 hexadecimal digits, not h.");
+    EXPECT_EQ(readText(R"('\u00zq')").message,
+              "Invalid unicode escape code, expected 4 hexadecimal digits, not q.");
+    EXPECT_EQ(readText(R"('\uq')").message,
+              "Invalid unicode escape code, expected 4 hexadecimal digits, not '.");
 }
 
 TEST(Json5ReaderString, BadHexDigitAtTheEndNamesANulByte) {

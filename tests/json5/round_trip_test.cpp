@@ -42,7 +42,8 @@ JsonValue randomValue(Random& random, int depth) {
     case 2:
         return JsonValue::makeInteger(static_cast<std::int64_t>(random() >> (random() % 64)));
     case 3: // short enough for the writer's six digits
-        return JsonValue::makeFloat(static_cast<double>(static_cast<int>(random() % 200000) - 100000) / 64.0 / 8.0);
+        return JsonValue::makeFloat(static_cast<double>(static_cast<int>(random() % 200000) - 100000) / 64.0 /
+                                    8.0);
     case 4:
         return JsonValue::makeString(randomBytes(random));
     case 5: {
@@ -106,12 +107,13 @@ TEST(Json5RoundTrip, ValuesWithShortFloatsComeBackExactly) {
     }
 }
 
-// Texts made of the dialect's own pieces: whatever they are, the reader comes to an end and its value can be printed.
+// Texts made of the dialect's own pieces: whatever they are, the reader comes to an end and its value can be
+// printed.
 TEST(Json5RoundTrip, RandomTextsNeverBreakTheReader) {
     const std::vector<std::string> pieces = {
-        "{",    "}",   "[",     "]",    ":",     ",",   "\"",   "'",  "\\", "\\x41", "\\u0041", "\\\n", "\\\r\n",
-        " ",    "\n",  "\t",    "\r",   "/",     "//",  "/*",   "*/", "-",  "+",     ".",       "e",    "E",
-        "0",    "0x",  "1",     "12",   "9.5",   "a",   "true", "false", "null", "NaN", "Infinity", "\x80", "a:1,"};
+        "{", "}",  "[",  "]",  ":",   ",",  "\"",   "'",     "\\",   "\\x41", "\\u0041",  "\\\n", "\\\r\n",
+        " ", "\n", "\t", "\r", "/",   "//", "/*",   "*/",    "-",    "+",     ".",        "e",    "E",
+        "0", "0x", "1",  "12", "9.5", "a",  "true", "false", "null", "NaN",   "Infinity", "\x80", "a:1,"};
     Random random(3);
     for (int round = 0; round < 100000; ++round) {
         std::string text;

@@ -286,18 +286,15 @@ TEST_P(ReadPair, SetsWhatIsANumberAndLeavesTheRest) {
     EXPECT_EQ(y, expected.y);
 }
 
-INSTANTIATE_TEST_SUITE_P(JsonValue, ReadPair,
-                         ::testing::Values(PairCase{"3", 3.0, 3.0, true}, PairCase{"2.5", 2.5, 2.5, true},
-                                           PairCase{"[1, 2.5]", 1.0, 2.5, true},
-                                           PairCase{"[0.5, -2]", 0.5, -2.0, true},
-                                           PairCase{"[1]", -1.0, -2.0, false}, PairCase{"[]", -1.0, -2.0, false},
-                                           PairCase{"[1, 2, 3]", -1.0, -2.0, false},
-                                           PairCase{"[1, 'a']", 1.0, -2.0, true},
-                                           PairCase{"['a', 1]", -1.0, -2.0, false},
-                                           PairCase{"[[1], 1]", -1.0, -2.0, false},
-                                           PairCase{"null", -1.0, -2.0, false}, PairCase{"true", -1.0, -2.0, false},
-                                           PairCase{"'1'", -1.0, -2.0, false},
-                                           PairCase{"{x: 1, y: 2}", -1.0, -2.0, false}));
+INSTANTIATE_TEST_SUITE_P(
+    JsonValue, ReadPair,
+    ::testing::Values(PairCase{"3", 3.0, 3.0, true}, PairCase{"2.5", 2.5, 2.5, true},
+                      PairCase{"[1, 2.5]", 1.0, 2.5, true}, PairCase{"[0.5, -2]", 0.5, -2.0, true},
+                      PairCase{"[1]", -1.0, -2.0, false}, PairCase{"[]", -1.0, -2.0, false},
+                      PairCase{"[1, 2, 3]", -1.0, -2.0, false}, PairCase{"[1, 'a']", 1.0, -2.0, true},
+                      PairCase{"['a', 1]", -1.0, -2.0, false}, PairCase{"[[1], 1]", -1.0, -2.0, false},
+                      PairCase{"null", -1.0, -2.0, false}, PairCase{"true", -1.0, -2.0, false},
+                      PairCase{"'1'", -1.0, -2.0, false}, PairCase{"{x: 1, y: 2}", -1.0, -2.0, false}));
 
 } // namespace
 } // namespace dunkman

@@ -4,12 +4,12 @@
 
 #include <filesystem>
 
+#include "platform/simulated/shader_scan.h"
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/renderer.h"
 #include "render/renderer_objects.h"
 #include "render/sprite.h"
-#include "platform/simulated/shader_scan.h"
 
 namespace dunkman {
 namespace {
@@ -27,8 +27,9 @@ std::vector<std::string> namesIn(std::string_view text) {
 }
 
 TEST(ShaderScan, FindsUniformsWithTypeAndBinding) {
-    const auto found = scanShader("#version 450\nuniform mat4 m;layout(binding = 3) uniform sampler2D s;\n"
-                                  "layout (std430, binding=2) buffer Block { float x[]; };uniform highp uint u;");
+    const auto found =
+        scanShader("#version 450\nuniform mat4 m;layout(binding = 3) uniform sampler2D s;\n"
+                   "layout (std430, binding=2) buffer Block { float x[]; };uniform highp uint u;");
     ASSERT_EQ(found.size(), 4u);
     EXPECT_EQ(found[0].name, "m");
     EXPECT_EQ(found[0].type, GL_FLOAT_MAT4);
@@ -79,8 +80,8 @@ protected:
 
     void draw(const Texture2D& texture) {
         Vec2 pivot = {0.5, 0.0};
-        drawSprite(texture, true, true, SpriteMode::World, 1.0, 0.5, 1.0, 1.0, 0.25, 1.0, {1.0, -2.0}, {3.0, 4.0},
-                   pivot, {1.0, 1.0}, 0.0, 0.75);
+        drawSprite(texture, true, true, SpriteMode::World, 1.0, 0.5, 1.0, 1.0, 0.25, 1.0, {1.0, -2.0},
+                   {3.0, 4.0}, pivot, {1.0, 1.0}, 0.0, 0.75);
     }
 
     std::filesystem::path before = std::filesystem::current_path();
@@ -132,8 +133,9 @@ TEST_F(SimulatedGl, TracesAViewBeforeTheSpritesDrawnThroughIt) {
     draw(imageTable["any"]);
     setViewProjection(matrix);
     ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], "view 0x1p-1,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,"
-                        "0x0p+0,0x0p+0,0x0p+0,0x1p+0");
+    EXPECT_EQ(lines[0],
+              "view 0x1p-1,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,0x0p+0,"
+              "0x0p+0,0x0p+0,0x0p+0,0x1p+0");
     EXPECT_EQ(lines[2], lines[0]);
 }
 

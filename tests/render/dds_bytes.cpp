@@ -25,7 +25,8 @@ std::vector<std::byte> DdsBytes::build() const {
     std::uint32_t w = width;
     std::uint32_t h = height;
     for (std::uint32_t level = 0; level < mipMapCount; ++level) {
-        bytes.insert(bytes.end(), std::size_t{8} * ((w + 3) / 4) * ((h + 3) / 4), static_cast<std::byte>(level + 1));
+        bytes.insert(bytes.end(), std::size_t{8} * ((w + 3) / 4) * ((h + 3) / 4),
+                     static_cast<std::byte>(level + 1));
         w = std::max(1u, w / 2);
         h = std::max(1u, h / 2);
     }

@@ -67,8 +67,8 @@ TEST(Dds, TakesPixelsOfAnyFormatForDxt1) {
 TEST(Dds, SkipsTheExtendedHeader) {
     const DdsImage image = parse({.fourCc = ddsFourCcDx10});
     EXPECT_THAT(image.extension, ElementsAre(71, 3, 0, 1, 0));
-    EXPECT_THAT(image.pixels, ElementsAre(std::byte{1}, std::byte{1}, std::byte{1}, std::byte{1}, std::byte{1},
-                                          std::byte{1}, std::byte{1}, std::byte{1}));
+    EXPECT_THAT(image.pixels, ElementsAre(std::byte{1}, std::byte{1}, std::byte{1}, std::byte{1},
+                                          std::byte{1}, std::byte{1}, std::byte{1}, std::byte{1}));
 }
 
 TEST(Dds, KeepsBytesBehindTheLastLevel) {
@@ -82,13 +82,12 @@ TEST(Dds, StopsAtAMissingFile) {
         readDds("tests/render/no_such.dds");
         FAIL();
     } catch (const FatalError& error) {
-        EXPECT_THAT(error.what(), AllOf(HasSubstr("tests/render/no_such.dds"), HasSubstr("cannot be opened")));
+        EXPECT_THAT(error.what(),
+                    AllOf(HasSubstr("tests/render/no_such.dds"), HasSubstr("cannot be opened")));
     }
 }
 
-TEST(Dds, StopsAtAFolder) {
-    EXPECT_THROW(readDds("tests/render"), FatalError);
-}
+TEST(Dds, StopsAtAFolder) { EXPECT_THROW(readDds("tests/render"), FatalError); }
 
 TEST(Dds, StopsAtAnotherMagic) {
     std::vector<std::byte> bytes = DdsBytes().build();

@@ -15,7 +15,8 @@ TEST(FuzzCorpus, IsTakenWithoutACrash) {
         SCOPED_TRACE(entry.path().string());
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        EXPECT_EQ(LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()), 0);
+        EXPECT_EQ(LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()),
+                  0);
         ++files;
     }
     EXPECT_GE(files, 5);

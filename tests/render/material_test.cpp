@@ -22,9 +22,9 @@ public:
 class MaterialTest : public testing::Test {
 protected:
     MaterialTest() {
-        gl.uniforms = {{"one", GL_FLOAT, 10, 0},         {"two", GL_FLOAT_VEC2, 11, 0},
-                       {"three", GL_FLOAT_VEC3, 12, 0},  {"four", GL_FLOAT_VEC4, 13, 0},
-                       {"matrix", GL_FLOAT_MAT4, 14, 0}, {"number", GL_UNSIGNED_INT, 15, 0},
+        gl.uniforms = {{"one", GL_FLOAT, 10, 0},          {"two", GL_FLOAT_VEC2, 11, 0},
+                       {"three", GL_FLOAT_VEC3, 12, 0},   {"four", GL_FLOAT_VEC4, 13, 0},
+                       {"matrix", GL_FLOAT_MAT4, 14, 0},  {"number", GL_UNSIGNED_INT, 15, 0},
                        {"picture", GL_SAMPLER_2D, 16, 3}, {"pictures", GL_SAMPLER_2D_ARRAY, 17, 4},
                        {"image", GL_IMAGE_2D, 18, 0}};
         gl.storageBlocks = {{"Block", 6}};
@@ -163,12 +163,13 @@ TEST_F(MaterialTest, UploadsEveryTypeWithItsOwnCall) {
     EXPECT_TRUE(material.setUniform("number", UniformValue(77u)));
     EXPECT_TRUE(material.setUniform("picture", UniformValue(SampledTexture{&texture, &sampler})));
     EXPECT_TRUE(material.setUniform("Block", UniformValue(&buffer)));
-    EXPECT_THAT(gl.calls, ElementsAre("glUniform1fv(10, 1, {-0})", "glUniform2fv(11, 1, {1, 2})",
-                                      "glUniform3fv(12, 1, {1, 2, 3})", "glUniform4fv(13, 1, {1, 2, 3, 4})",
-                                      "glUniformMatrix4fv(14, 1, GL_FALSE, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, "
-                                      "12, 13, 14, 15})",
-                                      "glUniform1uiv(15, 1, {77})", "glBindTextureUnit(3, 70)", "glBindSampler(3, 80)",
-                                      "glBindBufferBase(GL_SHADER_STORAGE_BUFFER, 6, 90)"));
+    EXPECT_THAT(gl.calls,
+                ElementsAre("glUniform1fv(10, 1, {-0})", "glUniform2fv(11, 1, {1, 2})",
+                            "glUniform3fv(12, 1, {1, 2, 3})", "glUniform4fv(13, 1, {1, 2, 3, 4})",
+                            "glUniformMatrix4fv(14, 1, GL_FALSE, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, "
+                            "12, 13, 14, 15})",
+                            "glUniform1uiv(15, 1, {77})", "glBindTextureUnit(3, 70)", "glBindSampler(3, 80)",
+                            "glBindBufferBase(GL_SHADER_STORAGE_BUFFER, 6, 90)"));
 }
 
 TEST_F(MaterialTest, CannotUploadAnUnsetValue) {
@@ -177,8 +178,9 @@ TEST_F(MaterialTest, CannotUploadAnUnsetValue) {
 
 TEST_F(MaterialTest, AppliesDepthCullingAndBlendingInThisOrder) {
     makeMaterial().applyRenderState();
-    EXPECT_THAT(gl.calls, ElementsAre("glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glDepthMask(GL_TRUE)",
-                                      "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)"));
+    EXPECT_THAT(gl.calls,
+                ElementsAre("glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glDepthMask(GL_TRUE)",
+                            "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)"));
 }
 
 TEST_F(MaterialTest, TurnsTheDepthTestOffWhenItWouldDoNothing) {
@@ -209,7 +211,8 @@ TEST_F(MaterialTest, BlendsByMode) {
     };
     EXPECT_THAT(blending(BlendMode::Alpha),
                 ElementsAre("glEnable(GL_BLEND)", "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)"));
-    EXPECT_THAT(blending(BlendMode::Additive), ElementsAre("glEnable(GL_BLEND)", "glBlendFunc(1, 1)")); // GL_ONE
+    EXPECT_THAT(blending(BlendMode::Additive),
+                ElementsAre("glEnable(GL_BLEND)", "glBlendFunc(1, 1)")); // GL_ONE
     EXPECT_THAT(blending(BlendMode::Premultiplied),
                 ElementsAre("glEnable(GL_BLEND)", "glBlendFunc(1, GL_ONE_MINUS_SRC_ALPHA)"));
 }

@@ -39,16 +39,17 @@ protected:
 TEST_F(ProgramBuilding, CompilesLinksValidatesThenAsksWhatTheProgramDeclares) {
     const Program program(twoStages());
     EXPECT_EQ(program.name, 3u);
-    EXPECT_THAT(gl.calls, ElementsAre("glCreateShader(GL_VERTEX_SHADER)", "glShaderSource(1, 1, \"vertex text\", null)",
-                                      "glCompileShader(1)", "glGetShaderiv(1, GL_COMPILE_STATUS)",
-                                      "glCreateShader(GL_FRAGMENT_SHADER)",
-                                      "glShaderSource(2, 1, \"fragment text\", null)", "glCompileShader(2)",
-                                      "glGetShaderiv(2, GL_COMPILE_STATUS)", "glCreateProgram()",
-                                      "glAttachShader(3, 1)", "glAttachShader(3, 2)", "glLinkProgram(3)",
-                                      "glGetProgramiv(3, GL_LINK_STATUS)", "glValidateProgram(3)",
-                                      "glGetProgramiv(3, GL_VALIDATE_STATUS)",
-                                      "glGetProgramInterfaceiv(3, GL_UNIFORM, GL_ACTIVE_RESOURCES)",
-                                      "glGetProgramInterfaceiv(3, GL_SHADER_STORAGE_BLOCK, GL_ACTIVE_RESOURCES)"));
+    EXPECT_THAT(gl.calls,
+                ElementsAre("glCreateShader(GL_VERTEX_SHADER)", "glShaderSource(1, 1, \"vertex text\", null)",
+                            "glCompileShader(1)", "glGetShaderiv(1, GL_COMPILE_STATUS)",
+                            "glCreateShader(GL_FRAGMENT_SHADER)",
+                            "glShaderSource(2, 1, \"fragment text\", null)", "glCompileShader(2)",
+                            "glGetShaderiv(2, GL_COMPILE_STATUS)", "glCreateProgram()",
+                            "glAttachShader(3, 1)", "glAttachShader(3, 2)", "glLinkProgram(3)",
+                            "glGetProgramiv(3, GL_LINK_STATUS)", "glValidateProgram(3)",
+                            "glGetProgramiv(3, GL_VALIDATE_STATUS)",
+                            "glGetProgramInterfaceiv(3, GL_UNIFORM, GL_ACTIVE_RESOURCES)",
+                            "glGetProgramInterfaceiv(3, GL_SHADER_STORAGE_BLOCK, GL_ACTIVE_RESOURCES)"));
 }
 
 TEST_F(ProgramBuilding, TakesTheStagesInTheirFixedOrder) {
@@ -62,10 +63,10 @@ TEST_F(ProgramBuilding, TakesTheStagesInTheirFixedOrder) {
             created.push_back(call);
         }
     }
-    EXPECT_THAT(created,
-                ElementsAre("glCreateShader(GL_VERTEX_SHADER)", "glCreateShader(GL_GEOMETRY_SHADER)",
-                            "glCreateShader(GL_TESS_CONTROL_SHADER)", "glCreateShader(GL_TESS_EVALUATION_SHADER)",
-                            "glCreateShader(GL_FRAGMENT_SHADER)"));
+    EXPECT_THAT(created, ElementsAre("glCreateShader(GL_VERTEX_SHADER)", "glCreateShader(GL_GEOMETRY_SHADER)",
+                                     "glCreateShader(GL_TESS_CONTROL_SHADER)",
+                                     "glCreateShader(GL_TESS_EVALUATION_SHADER)",
+                                     "glCreateShader(GL_FRAGMENT_SHADER)"));
 }
 
 TEST_F(ProgramBuilding, RecordsUniformsThenStorageBlocks) {
@@ -94,17 +95,18 @@ TEST_F(ProgramBuilding, AsksForTheUnitOfSamplersAlone) {
     gl.storageBlocks = {{"Sprites", 5}};
     const Program program(ShaderSourceSet{});
     const auto asked = std::vector<std::string>(gl.calls.begin() + 5, gl.calls.end());
-    const std::string uniformQuery =
-        "{GL_NAME_LENGTH, GL_LOCATION, GL_TYPE, GL_ARRAY_SIZE})";
-    EXPECT_THAT(asked,
-                ElementsAre("glGetProgramInterfaceiv(1, GL_UNIFORM, GL_ACTIVE_RESOURCES)",
-                            "glGetProgramResourceiv(1, GL_UNIFORM, 0, " + uniformQuery,
-                            "glGetProgramResourceName(1, GL_UNIFORM, 0, 6)",
-                            "glGetProgramResourceiv(1, GL_UNIFORM, 1, " + uniformQuery, "glGetUniformiv(1, 7)",
-                            "glGetProgramResourceName(1, GL_UNIFORM, 1, 9)",
-                            "glGetProgramInterfaceiv(1, GL_SHADER_STORAGE_BLOCK, GL_ACTIVE_RESOURCES)",
-                            "glGetProgramResourceiv(1, GL_SHADER_STORAGE_BLOCK, 0, {GL_NAME_LENGTH, GL_BUFFER_BINDING})",
-                            "glGetProgramResourceName(1, GL_SHADER_STORAGE_BLOCK, 0, 8)"));
+    const std::string uniformQuery = "{GL_NAME_LENGTH, GL_LOCATION, GL_TYPE, GL_ARRAY_SIZE})";
+    EXPECT_THAT(
+        asked,
+        ElementsAre(
+            "glGetProgramInterfaceiv(1, GL_UNIFORM, GL_ACTIVE_RESOURCES)",
+            "glGetProgramResourceiv(1, GL_UNIFORM, 0, " + uniformQuery,
+            "glGetProgramResourceName(1, GL_UNIFORM, 0, 6)",
+            "glGetProgramResourceiv(1, GL_UNIFORM, 1, " + uniformQuery, "glGetUniformiv(1, 7)",
+            "glGetProgramResourceName(1, GL_UNIFORM, 1, 9)",
+            "glGetProgramInterfaceiv(1, GL_SHADER_STORAGE_BLOCK, GL_ACTIVE_RESOURCES)",
+            "glGetProgramResourceiv(1, GL_SHADER_STORAGE_BLOCK, 0, {GL_NAME_LENGTH, GL_BUFFER_BINDING})",
+            "glGetProgramResourceName(1, GL_SHADER_STORAGE_BLOCK, 0, 8)"));
 }
 
 TEST_F(ProgramBuilding, RecordsAnArrayUnderTheDriversNameForIt) {
@@ -151,8 +153,8 @@ TEST_F(ProgramBuilding, ReportsAProgramThatDoesNotLink) {
     gl.log = "no main";
     EXPECT_THROW(Program(twoStages(), twoFiles()), FatalError);
     EXPECT_THAT(fakeDebugger.lines, ElementsAre("no main"));
-    EXPECT_THAT(fakeDebugger.breaks[0], testing::AllOf(HasSubstr("\"v.vert\", \"f.frag\""), HasSubstr("link"),
-                                                       HasSubstr("no main")));
+    EXPECT_THAT(fakeDebugger.breaks[0],
+                testing::AllOf(HasSubstr("\"v.vert\", \"f.frag\""), HasSubstr("link"), HasSubstr("no main")));
     EXPECT_EQ(gl.calls.back(), "glGetProgramInfoLog(3, 1024)");
 }
 
@@ -210,11 +212,12 @@ TEST(OpaqueType, IsEachOfTheSeventyThree) {
 
 TEST(OpaqueType, IsASamplerOrAnImage) {
     for (const GLenum type : {GL_SAMPLER_1D, GL_SAMPLER_2D_RECT_SHADOW, GL_SAMPLER_CUBE_MAP_ARRAY_SHADOW,
-                              GL_INT_SAMPLER_BUFFER, GL_UNSIGNED_INT_SAMPLER_2D_MULTISAMPLE_ARRAY, GL_IMAGE_1D,
-                              GL_INT_IMAGE_CUBE, GL_UNSIGNED_INT_IMAGE_2D_MULTISAMPLE_ARRAY}) {
+                              GL_INT_SAMPLER_BUFFER, GL_UNSIGNED_INT_SAMPLER_2D_MULTISAMPLE_ARRAY,
+                              GL_IMAGE_1D, GL_INT_IMAGE_CUBE, GL_UNSIGNED_INT_IMAGE_2D_MULTISAMPLE_ARRAY}) {
         EXPECT_TRUE(isOpaqueType(type)) << type;
     }
-    for (const GLenum type : {GL_FLOAT, GL_FLOAT_MAT4, GL_UNSIGNED_INT, GL_TEXTURE_2D, GL_SHADER_STORAGE_BUFFER}) {
+    for (const GLenum type :
+         {GL_FLOAT, GL_FLOAT_MAT4, GL_UNSIGNED_INT, GL_TEXTURE_2D, GL_SHADER_STORAGE_BUFFER}) {
         EXPECT_FALSE(isOpaqueType(type)) << type;
     }
 }

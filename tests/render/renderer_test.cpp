@@ -84,8 +84,8 @@ TEST_F(RendererStart, NamesAShaderFileThatDoesNotCompile) {
 TEST(RendererEnd, DeletesProgramVertexArrayAndSamplerInThisOrder) {
     SpriteScene scene;
     releaseRenderer();
-    EXPECT_THAT(scene.gl.calls,
-                ElementsAre("glDeleteProgram(1)", "glDeleteVertexArrays(1, {2})", "glDeleteSamplers(1, {3})"));
+    EXPECT_THAT(scene.gl.calls, ElementsAre("glDeleteProgram(1)", "glDeleteVertexArrays(1, {2})",
+                                            "glDeleteSamplers(1, {3})"));
 }
 
 TEST(RendererEnd, UnbindsTheProgramWhereItIsBound) {
@@ -130,11 +130,13 @@ TEST(MeshDrawing, BindsDrawsAndUnbinds) {
     mesh.mode = GL_TRIANGLES;
     mesh.count = 6;
     mesh.draw();
-    EXPECT_THAT(gl.takeCalls(), ElementsAre("glBindVertexArray(4)", "glDrawArrays(4, 0, 6)", "glBindVertexArray(0)"));
+    EXPECT_THAT(gl.takeCalls(),
+                ElementsAre("glBindVertexArray(4)", "glDrawArrays(4, 0, 6)", "glBindVertexArray(0)"));
     mesh.indexType = GL_UNSIGNED_SHORT;
     mesh.draw();
-    EXPECT_THAT(gl.takeCalls(), ElementsAre("glBindVertexArray(4)", "glDrawElements(4, 6, GL_UNSIGNED_SHORT, null)",
-                                            "glBindVertexArray(0)"));
+    EXPECT_THAT(gl.takeCalls(),
+                ElementsAre("glBindVertexArray(4)", "glDrawElements(4, 6, GL_UNSIGNED_SHORT, null)",
+                            "glBindVertexArray(0)"));
     mesh.release();
     EXPECT_THAT(gl.takeCalls(), ElementsAre("glDeleteVertexArrays(1, {4})"));
     EXPECT_EQ(mesh.name, 0u);

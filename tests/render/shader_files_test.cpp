@@ -5,9 +5,9 @@
 #include <fstream>
 #include <map>
 
+#include "platform/simulated/shader_scan.h"
 #include "render/gl.h"
 #include "render/shader_preprocessor.h"
-#include "platform/simulated/shader_scan.h"
 
 // The shaders that the game ships.
 namespace dunkman {
@@ -16,7 +16,8 @@ namespace {
 TEST(ShippedShaders, DeclareWhatSpritesSet) {
     std::map<std::string, std::uint32_t> declared;
     for (const char* file : {"data/drawable_basic.vert", "data/drawable_basic.frag"}) {
-        for (const simulated::ShaderDeclaration& declaration : simulated::scanShader(preprocessShaderFile(file))) {
+        for (const simulated::ShaderDeclaration& declaration :
+             simulated::scanShader(preprocessShaderFile(file))) {
             declared[declaration.name] = declaration.type;
         }
     }
@@ -37,8 +38,9 @@ TEST(ShippedShaders, PassTheReferenceCompilerAndLink) {
     for (const char* file : {"drawable_basic.vert", "drawable_basic.frag"}) {
         std::ofstream(folder / file, std::ios::binary) << preprocessShaderFile(std::string("data/") + file);
     }
-    const std::string command = std::string(DUNKMAN_GLSLANG) + " -l " + (folder / "drawable_basic.vert").string() +
-                                " " + (folder / "drawable_basic.frag").string();
+    const std::string command = std::string(DUNKMAN_GLSLANG) + " -l " +
+                                (folder / "drawable_basic.vert").string() + " " +
+                                (folder / "drawable_basic.frag").string();
     EXPECT_EQ(std::system(command.c_str()), 0);
     std::filesystem::remove_all(folder);
 }

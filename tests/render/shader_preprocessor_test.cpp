@@ -93,7 +93,8 @@ TEST_F(IncludeExpansion, DoesNotOpenABlockCommentWithinALineComment) {
 }
 
 TEST_F(IncludeExpansion, TakesNoOtherSpellingForADirective) {
-    for (const std::string text : {"#include <a>", "#include\t\"a\"", "#include  \"a\"", "# include \"a\"", "#include"}) {
+    for (const std::string text :
+         {"#include <a>", "#include\t\"a\"", "#include  \"a\"", "# include \"a\"", "#include"}) {
         EXPECT_EQ(expandText(text), text);
     }
 }
@@ -117,19 +118,22 @@ TEST_F(IncludeExpansion, CachesUnderThePathAsFormed) {
 TEST_F(IncludeExpansion, StopsAtACommentThatIsNeverClosed) {
     files["b"] = "/* no end";
     files["main"] = "#include \"b\"";
-    EXPECT_THAT(failureOf("main"), testing::AllOf(testing::HasSubstr("\"b\""), testing::HasSubstr("never closed")));
+    EXPECT_THAT(failureOf("main"),
+                testing::AllOf(testing::HasSubstr("\"b\""), testing::HasSubstr("never closed")));
     files["main"] = "#include \"a\" x /*";
     EXPECT_THAT(failureOf("main"), testing::HasSubstr("\"main\""));
 }
 
 TEST_F(IncludeExpansion, StopsAtADirectiveWithoutClosingQuote) {
     files["main"] = "x\n#include \"a\n";
-    EXPECT_THAT(failureOf("main"), testing::AllOf(testing::HasSubstr("\"main\""), testing::HasSubstr("quote")));
+    EXPECT_THAT(failureOf("main"),
+                testing::AllOf(testing::HasSubstr("\"main\""), testing::HasSubstr("quote")));
 }
 
 TEST_F(IncludeExpansion, StopsAtAFileThatIncludesItself) {
     files["main"] = "#include \"main\"";
-    EXPECT_THAT(failureOf("main"), testing::AllOf(testing::HasSubstr("\"main\""), testing::HasSubstr("itself")));
+    EXPECT_THAT(failureOf("main"),
+                testing::AllOf(testing::HasSubstr("\"main\""), testing::HasSubstr("itself")));
 }
 
 TEST_F(IncludeExpansion, StopsAtACycleThroughOtherFolders) {

@@ -24,10 +24,14 @@ std::vector<double> numbersIn(const std::string& call) {
 } // namespace
 
 SpriteScene::SpriteScene() {
-    gl.uniforms = {{"uViewProjection", GL_FLOAT_MAT4, 0, 0},      {"uDestMinAndSize", GL_FLOAT_VEC4, 1, 0},
-                   {"uPosCosSin", GL_FLOAT_VEC4, 2, 0},           {"uMirrorFlags", GL_UNSIGNED_INT, 3, 0},
-                   {"uTexture", GL_SAMPLER_2D, 4, 0},             {"zOffset", GL_FLOAT, 5, 0},
-                   {"uGammaGainSaturation", GL_FLOAT_VEC3, 6, 0}, {"uTint", GL_FLOAT_VEC3, 7, 0}};
+    gl.uniforms = {{"uViewProjection", GL_FLOAT_MAT4, 0, 0},
+                   {"uDestMinAndSize", GL_FLOAT_VEC4, 1, 0},
+                   {"uPosCosSin", GL_FLOAT_VEC4, 2, 0},
+                   {"uMirrorFlags", GL_UNSIGNED_INT, 3, 0},
+                   {"uTexture", GL_SAMPLER_2D, 4, 0},
+                   {"zOffset", GL_FLOAT, 5, 0},
+                   {"uGammaGainSaturation", GL_FLOAT_VEC3, 6, 0},
+                   {"uTint", GL_FLOAT_VEC3, 7, 0}};
     rendererObjects = std::make_unique<RendererObjects>(ShaderSourceSet{}, ShaderSourceSet{});
     gl.calls.clear();
 }

@@ -28,8 +28,8 @@ protected:
     };
 
     DrawnSprite draw(Sprite sprite) {
-        drawSprite(picture, sprite.mirrorX, sprite.mirrorY, sprite.mode, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {1.0, 2.0},
-                   {3.0, 4.0}, sprite.pivot, sprite.scale, sprite.angle, sprite.zOffset);
+        drawSprite(picture, sprite.mirrorX, sprite.mirrorY, sprite.mode, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
+                   {1.0, 2.0}, {3.0, 4.0}, sprite.pivot, sprite.scale, sprite.angle, sprite.zOffset);
         return scene.takeSprites().at(0);
     }
 
@@ -39,12 +39,12 @@ protected:
 
 TEST_F(SpriteDrawing, SetsStateProgramAndUniformsInThisOrderTheFirstTime) {
     Vec2 pivot = {0.5, 0.0};
-    drawSprite(picture, false, true, SpriteMode::Interface, 0.5, 2.0, 0.25, 0.1, 0.2, 0.3, {1.0, 2.0}, {3.0, 4.0},
-               pivot, {1.0, 1.0}, 0.0, -0.75);
+    drawSprite(picture, false, true, SpriteMode::Interface, 0.5, 2.0, 0.25, 0.1, 0.2, 0.3, {1.0, 2.0},
+               {3.0, 4.0}, pivot, {1.0, 1.0}, 0.0, -0.75);
     EXPECT_THAT(scene.gl.calls,
                 ElementsAre("glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glDepthMask(GL_TRUE)",
-                            "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)", "glUseProgram(1)",
-                            "glUniform1i(4, 0)", "glUniform4fv(1, 1, {-1.5, -0, 3, 4})",
+                            "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)",
+                            "glUseProgram(1)", "glUniform1i(4, 0)", "glUniform4fv(1, 1, {-1.5, -0, 3, 4})",
                             "glUniform4fv(2, 1, {1, 2, 1, -0})", "glUniform1uiv(3, 1, {10})",
                             "glBindTextureUnit(0, 40)", "glBindSampler(0, 3)", "glUniform1fv(5, 1, {-0.75})",
                             "glUniform3fv(6, 1, {0.5, 2, 0.25})", "glUniform3fv(7, 1, {0.1, 0.2, 0.3})",
@@ -64,8 +64,8 @@ TEST_F(SpriteDrawing, SendsNothingButItsValuesAfterwards) {
 TEST_F(SpriteDrawing, NeverAsksTheDriverWhileDrawing) {
     for (int sprite = 0; sprite < 3; ++sprite) {
         Vec2 pivot;
-        drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
-                   {1.0, 1.0}, 0.0, 0.0);
+        drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0},
+                   pivot, {1.0, 1.0}, 0.0, 0.0);
     }
     for (const std::string& call : scene.gl.calls) {
         EXPECT_NE(call.rfind("glGet", 0), 0u) << call;
@@ -73,7 +73,8 @@ TEST_F(SpriteDrawing, NeverAsksTheDriverWhileDrawing) {
 }
 
 TEST_F(SpriteDrawing, ScalesTheSizeBeforeThePivotTakesItsPart) {
-    EXPECT_THAT(draw({.pivot = {0.25, 0.5}, .scale = {2.0, 0.5}}).destMinAndSize, ElementsAre(-1.5, -1.0, 6.0, 2.0));
+    EXPECT_THAT(draw({.pivot = {0.25, 0.5}, .scale = {2.0, 0.5}}).destMinAndSize,
+                ElementsAre(-1.5, -1.0, 6.0, 2.0));
 }
 
 TEST_F(SpriteDrawing, MirroringAboutTheCentreLeavesTheRectangleInPlace) {
@@ -82,7 +83,8 @@ TEST_F(SpriteDrawing, MirroringAboutTheCentreLeavesTheRectangleInPlace) {
 }
 
 TEST_F(SpriteDrawing, MirroringMovesAPivotAtTheLeftToTheRight) {
-    EXPECT_THAT(draw({.mirrorX = true, .pivot = {0.0, 1.0}}).destMinAndSize, ElementsAre(-3.0, -4.0, 3.0, 4.0));
+    EXPECT_THAT(draw({.mirrorX = true, .pivot = {0.0, 1.0}}).destMinAndSize,
+                ElementsAre(-3.0, -4.0, 3.0, 4.0));
 }
 
 TEST_F(SpriteDrawing, WritesTheMirroredPivotBack) {
@@ -127,9 +129,7 @@ TEST_F(SpriteDrawing, PacksModeAndMirroringIntoFlags) {
     EXPECT_EQ(draw({.mirrorY = true, .mode = SpriteMode::Loading}).flags, 14u);
 }
 
-TEST_F(SpriteDrawing, SendsTheDepthOffset) {
-    EXPECT_EQ(draw({.zOffset = -2.5}).zOffset, -2.5);
-}
+TEST_F(SpriteDrawing, SendsTheDepthOffset) { EXPECT_EQ(draw({.zOffset = -2.5}).zOffset, -2.5); }
 
 TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
     rendererObjects.reset();
@@ -157,8 +157,9 @@ protected:
 };
 
 TEST_F(ScreenProjection, IsEighteenWideWithDepthReversed) {
-    EXPECT_EQ(projectionAt(2.0), "glUniformMatrix4fv(0, 1, GL_FALSE, {0.11111111, 0, 0, 0, 0, 0.22222222, 0, 0, 0, 0, "
-                                 "-1, 0, 0, 0, -0, 1})");
+    EXPECT_EQ(projectionAt(2.0),
+              "glUniformMatrix4fv(0, 1, GL_FALSE, {0.11111111, 0, 0, 0, 0, 0.22222222, 0, 0, 0, 0, "
+              "-1, 0, 0, 0, -0, 1})");
 }
 
 TEST_F(ScreenProjection, RoundsTheHeightToAFloatBeforeHalvingIt) {

@@ -11,15 +11,15 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Letters 128 texels high, except that Z has 256; A is 64 texels wide, B 96, every other one 32. GL names: A 100,
-// B 101 and so on.
+// Letters 128 texels high, except that Z has 256; A is 64 texels wide, B 96, every other one 32. GL names: A
+// 100, B 101 and so on.
 class Text : public testing::Test {
 protected:
     Text() {
         for (std::size_t letter = 0; letter < glyphCount; ++letter) {
             const std::uint32_t width = letter == 0 ? 64 : letter == 1 ? 96 : 32;
-            glyphTable[letter] =
-                SpriteScene::texture(100 + static_cast<std::uint32_t>(letter), width, letter == 25 ? 256 : 128);
+            glyphTable[letter] = SpriteScene::texture(100 + static_cast<std::uint32_t>(letter), width,
+                                                      letter == 25 ? 256 : 128);
         }
     }
 
@@ -31,7 +31,8 @@ protected:
         friend bool operator==(const Letter&, const Letter&) = default;
     };
 
-    std::vector<Letter> lettersOf(std::string_view text, double letterHeight, double wrapWidth, Rect box, Vec2 align) {
+    std::vector<Letter> lettersOf(std::string_view text, double letterHeight, double wrapWidth, Rect box,
+                                  Vec2 align) {
         drawText(text, 0, letterHeight, wrapWidth, box, align);
         std::vector<Letter> letters;
         for (const DrawnSprite& sprite : scene.takeSprites()) {
@@ -116,11 +117,13 @@ TEST_F(Text, DoesNotWrapAtExactlyTheWidth) {
 }
 
 TEST_F(Text, AdvancesALineByTheHeightOfTheLetterThatWrapped) {
-    EXPECT_THAT(lettersOf("ZA", 0.5, 0.1, {}, {0.0, 0.0}), ElementsAre(Letter{125, 0.0, 0.0}, Letter{100, 0.0, 1.0}));
+    EXPECT_THAT(lettersOf("ZA", 0.5, 0.1, {}, {0.0, 0.0}),
+                ElementsAre(Letter{125, 0.0, 0.0}, Letter{100, 0.0, 1.0}));
 }
 
 TEST_F(Text, DoesNotWrapBehindASpace) {
-    EXPECT_THAT(lettersOf("A A", 0.5, 0.3, {}, {0.0, 0.0}), ElementsAre(Letter{100, 0.0, 0.0}, Letter{100, 0.75, 0.0}));
+    EXPECT_THAT(lettersOf("A A", 0.5, 0.3, {}, {0.0, 0.0}),
+                ElementsAre(Letter{100, 0.0, 0.0}, Letter{100, 0.75, 0.0}));
 }
 
 TEST_F(Text, TakesEveryOtherByteForASpace) {

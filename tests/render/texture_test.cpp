@@ -33,11 +33,12 @@ protected:
 TEST_F(TextureLoading, CreatesStorageThenUploadsLevelByLevel) {
     load({.width = 8, .height = 4, .mipMapCount = 3});
     const std::string format = "GL_COMPRESSED_RGBA_S3TC_DXT1_EXT";
-    EXPECT_THAT(gl.calls, ElementsAre("glCreateTextures(GL_TEXTURE_2D, 1)",
-                                      "glTextureStorage2D(1, 3, " + format + ", 8, 4)",
-                                      "glCompressedTextureSubImage2D(1, 0, 0, 0, 8, 4, " + format + ", 16, {1})",
-                                      "glCompressedTextureSubImage2D(1, 1, 0, 0, 4, 2, " + format + ", 8, {2})",
-                                      "glCompressedTextureSubImage2D(1, 2, 0, 0, 2, 1, " + format + ", 8, {3})"));
+    EXPECT_THAT(gl.calls,
+                ElementsAre("glCreateTextures(GL_TEXTURE_2D, 1)",
+                            "glTextureStorage2D(1, 3, " + format + ", 8, 4)",
+                            "glCompressedTextureSubImage2D(1, 0, 0, 0, 8, 4, " + format + ", 16, {1})",
+                            "glCompressedTextureSubImage2D(1, 1, 0, 0, 4, 2, " + format + ", 8, {2})",
+                            "glCompressedTextureSubImage2D(1, 2, 0, 0, 2, 1, " + format + ", 8, {3})"));
 }
 
 TEST_F(TextureLoading, DescribesTheTexture) {

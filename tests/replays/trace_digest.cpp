@@ -56,8 +56,8 @@ void TraceDigest::takeLine(std::string_view line) {
     }
     if (line.starts_with("step ")) {
         closeStep();
-        stepName = "step " + std::string(field(line, "step ")) + ' ' + std::string(field(line, "screen=")) + ' ' +
-                   std::string(field(line, "mode="));
+        stepName = "step " + std::string(field(line, "step ")) + ' ' + std::string(field(line, "screen=")) +
+                   ' ' + std::string(field(line, "mode="));
         hash = fnvStart;
     }
     for (const char character : line) {

@@ -6,9 +6,9 @@
 
 #include "app/main_loop.h"
 #include "app/program.h"
+#include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tools/headless/runner.h"
-#include "platform/simulated/platform_sim.h"
 #include "world/trace.h"
 
 namespace dunkman {

@@ -66,9 +66,9 @@ TEST(MenuDecorationTable, HoldsTheFivePicturesAtTheirPlaces) {
     EXPECT_EQ(decoration.logoPosition, (Vec2{-0.5, 1.0}));
     const auto row = [&](std::size_t index) {
         const DecorationItem& item = decoration.items[index];
-        return std::vector<double>{item.baseX,         item.baseY,         item.height,    item.baseAngle,
-                                   item.zOffset,       item.rockAmplitude, item.rockFrequency, item.rockPhase,
-                                   item.bobAmplitude,  item.bobFrequency,  item.bobPhase};
+        return std::vector<double>{item.baseX,        item.baseY,         item.height,        item.baseAngle,
+                                   item.zOffset,      item.rockAmplitude, item.rockFrequency, item.rockPhase,
+                                   item.bobAmplitude, item.bobFrequency,  item.bobPhase};
     };
     EXPECT_EQ(decoration.items[0].imageKey, "pineapple");
     EXPECT_THAT(row(0), ElementsAre(1.5, 1.7, 1.6, -35.0, -0.3, 2.5, 4.0, 0.0, 0.05, 4.0, 0.0));

@@ -32,8 +32,8 @@ protected:
 };
 
 TEST_F(ScreenDrawing, EveryMenuLikeScreenBeginsWithTheBackground) {
-    for (const ScreenId id : {ScreenId::Menu, ScreenId::GameOver, ScreenId::Pause, ScreenId::Loading, ScreenId::Intro,
-                              ScreenId::Credits}) {
+    for (const ScreenId id : {ScreenId::Menu, ScreenId::GameOver, ScreenId::Pause, ScreenId::Loading,
+                              ScreenId::Intro, ScreenId::Credits}) {
         enter(id);
         const std::vector<std::string> lines = drawLines([] { currentScreen->render(); });
         const std::vector<DrawnSprite> sprites = drawnSprites(lines);
@@ -109,9 +109,9 @@ TEST_F(ScreenDrawing, MenuShowsEachHintBeforeItsKey) {
             order.push_back(name);
         }
     }
-    EXPECT_EQ(order, (std::vector<std::string>{"menuBackground", "logo", "logoTheGame", "pineapple", "cocktailFull",
-                                               "flamingo", "palmTree", "text", "btnArrow", "text", "btnZ", "text",
-                                               "btnX", "text", "btnX"}));
+    EXPECT_EQ(order, (std::vector<std::string>{"menuBackground", "logo", "logoTheGame", "pineapple",
+                                               "cocktailFull", "flamingo", "palmTree", "text", "btnArrow",
+                                               "text", "btnZ", "text", "btnX", "text", "btnX"}));
 }
 
 TEST_F(ScreenDrawing, MenuKeysWobbleTogether) {

@@ -1,6 +1,6 @@
+#include "audio/music_selection.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "audio/music_selection.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_screen.h"
 #include "tests/fakes/program_fixture.h"
@@ -11,7 +11,8 @@ namespace {
 
 class ScreenFlow : public ProgramFixture {
 protected:
-    // Updates of the current screen, a sixtieth of a second each, until another is current; `most` when none is.
+    // Updates of the current screen, a sixtieth of a second each, until another is current; `most` when none
+    // is.
     static int updatesUntilSwitch(int most) {
         frameDelta = 1.0 / 60.0;
         GameScreenBase* const first = currentScreen;
@@ -32,7 +33,8 @@ protected:
 
 TEST_F(ScreenFlow, HasSevenScreensThatKeepTheirNumbers) {
     start(InputMode::Live);
-    const std::vector<std::string_view> names = {"Menu", "Game", "GameOver", "Pause", "Loading", "Intro", "Credits"};
+    const std::vector<std::string_view> names = {"Menu",    "Game",  "GameOver", "Pause",
+                                                 "Loading", "Intro", "Credits"};
     for (std::int32_t id = 0; id < 7; ++id) {
         EXPECT_EQ(screenName(screenTable.at(static_cast<ScreenId>(id))), names[static_cast<std::size_t>(id)]);
     }
@@ -174,8 +176,7 @@ TEST_F(ScreenFlow, TheWholeProductionRunsByItselfToTheEnd) {
     } catch (const simulated::ProgramExit& exit) {
         EXPECT_EQ(exit.status, 0);
     }
-    EXPECT_EQ(visited,
-              (std::vector<std::string>{"Loading", "Intro", "Menu", "Game", "GameOver", "Credits"}));
+    EXPECT_EQ(visited, (std::vector<std::string>{"Loading", "Intro", "Menu", "Game", "GameOver", "Credits"}));
 }
 
 } // namespace

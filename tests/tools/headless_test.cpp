@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/simulated/platform_sim.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/key_script.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
-#include "platform/simulated/platform_sim.h"
 
 namespace dunkman {
 
@@ -40,9 +40,9 @@ TEST(HeadlessOptions, HaveTheirDefaults) {
 }
 
 TEST(HeadlessOptions, AreRead) {
-    const headless::Options options =
-        optionsOf({"--data", "d", "--mode", "record", "--screen", "GameOver", "--iterations", "7", "--step-ns", "5",
-                   "--size", "640x480", "--keys", "k", "--trace", "screen,keys,draws", "--out", "o"});
+    const headless::Options options = optionsOf(
+        {"--data", "d", "--mode", "record", "--screen", "GameOver", "--iterations", "7", "--step-ns", "5",
+         "--size", "640x480", "--keys", "k", "--trace", "screen,keys,draws", "--out", "o"});
     EXPECT_EQ(options.dataFolder, "d");
     EXPECT_EQ(options.mode, InputMode::Record);
     EXPECT_EQ(options.screen, ScreenId::GameOver);
@@ -120,19 +120,22 @@ TEST(HeadlessTrace, NamesTheScreenThatUpdatesAndRenders) {
 
 TEST(HeadlessTrace, PrintsKeysAsUpdateSeesThem) {
     const SmallData data;
-    const std::string trace = traceOf({"--iterations", "3", "--mode", "live", "--trace", "keys", "--screen", "Menu"},
-                                      "2 0x5A down\n3 0x0D down\n");
+    const std::string trace =
+        traceOf({"--iterations", "3", "--mode", "live", "--trace", "keys", "--screen", "Menu"},
+                "2 0x5A down\n3 0x0D down\n");
     EXPECT_NE(trace.find("mode=Live\nkey 0x5A 3\nstep 2"), std::string::npos) << trace;
     EXPECT_NE(trace.find("key 0x0D 3\nkey 0x5A 1\nend "), std::string::npos) << trace;
 }
 
 TEST(HeadlessTrace, PrintsTheWorldOfGameSteps) {
     const SmallData data;
-    const std::string trace = traceOf({"--iterations", "1", "--mode", "record", "--trace", "world", "--screen", "Game"});
-    EXPECT_NE(trace.find("\nobject Player x=0x0p+0 y=0x0p+0 w=0x1p+1 h=0x1p+1 mirrorX=0 tilt=0x0p+0 zOffset=0x0p+0 "
-                         "vx=0x0p+0 vy=0x0p+0 health=5 walk=0x0p+0 hurtRunning=0 hurtElapsed=0x0p+0 held=none "
-                         "handX=0x0p+0 handY=0x0p+0 handAngle=0x0p+0 strikeX=0x0p+0 strikeY=0x0p+0\n"),
-              std::string::npos)
+    const std::string trace =
+        traceOf({"--iterations", "1", "--mode", "record", "--trace", "world", "--screen", "Game"});
+    EXPECT_NE(
+        trace.find("\nobject Player x=0x0p+0 y=0x0p+0 w=0x1p+1 h=0x1p+1 mirrorX=0 tilt=0x0p+0 zOffset=0x0p+0 "
+                   "vx=0x0p+0 vy=0x0p+0 health=5 walk=0x0p+0 hurtRunning=0 hurtElapsed=0x0p+0 held=none "
+                   "handX=0x0p+0 handY=0x0p+0 handAngle=0x0p+0 strikeX=0x0p+0 strikeY=0x0p+0\n"),
+        std::string::npos)
         << trace;
     EXPECT_NE(trace.find("\nobject Camera x="), std::string::npos);
 }
@@ -146,13 +149,14 @@ TEST(HeadlessTrace, CountsTheIterationThatEscapes) {
 TEST(HeadlessTrace, CountsTheStepThatQuits) {
     const SmallData data;
     const std::string trace = traceOf({"--iterations", "9999", "--mode", "record", "--screen", "Credits"});
-    EXPECT_TRUE(trace.ends_with("end iterations=601 steps=601 reason=quit\n")) << trace.substr(trace.size() - 80);
+    EXPECT_TRUE(trace.ends_with("end iterations=601 steps=601 reason=quit\n"))
+        << trace.substr(trace.size() - 80);
     EXPECT_EQ(data.read("recording.json5"), "[]");
 }
 
 TEST(HeadlessTrace, IsTheSameForEveryRunInAProcess) {
     const SmallData data;
-    const std::vector<const char*> words = {"--iterations", "120", "--mode",  "record",
+    const std::vector<const char*> words = {"--iterations", "120",  "--mode",  "record",
                                             "--screen",     "Game", "--trace", "keys,world,draws"};
     const std::string keys = "5 0x44 down\n60 0x44 up\n";
     EXPECT_EQ(traceOf(words, keys), traceOf(words, keys));

@@ -100,26 +100,35 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"scene.json5", R"([{"prefab":"kraken"}])", "there is no prefab \"kraken\""},
         Fault{"scene.json5", R"([{"tag":"a"}])", "names neither a recipe nor a prefab"},
         Fault{"scene.json5", R"([{"recipe":"hero","heatlh":3}])", "a Player has no property \"heatlh\""},
-        Fault{"scene.json5", R"([{"recipe":"hero","health":3.0}])", "\"health\" is of a kind that is passed over"},
+        Fault{"scene.json5", R"([{"recipe":"hero","health":3.0}])",
+              "\"health\" is of a kind that is passed over"},
         Fault{"scene.json5", R"([{"recipe":"crate","imageKey":"kraken"}])", "there is no image \"kraken\""},
-        Fault{"prefabs.json5", R"({"a":[{"prefab":"b"}],"b":[{"prefab":"a"}]})", "prefab \"a\" contains itself"},
-        Fault{"prefabs.json5", R"({"a":[{"recipe":"crate","tag":"t"}],"b":[{"prefab":"a","overrides":{"u":{}}}]})",
+        Fault{"prefabs.json5", R"({"a":[{"prefab":"b"}],"b":[{"prefab":"a"}]})",
+              "prefab \"a\" contains itself"},
+        Fault{"prefabs.json5",
+              R"({"a":[{"recipe":"crate","tag":"t"}],"b":[{"prefab":"a","overrides":{"u":{}}}]})",
               "has the tag \"u\""},
         Fault{"recipes.json5", R"({"hero":{"_type":"player"}})", "\"_type\" names no class"},
-        Fault{"recipes.json5", R"({"hero":{"_type":"Player"},"camera":{"_type":"Camera"},"zombie":{"_type":"Hint"}})",
+        Fault{"recipes.json5",
+              R"({"hero":{"_type":"Player"},"camera":{"_type":"Camera"},"zombie":{"_type":"Hint"}})",
               "arenas need a Zombie"},
-        Fault{"recipes.json5", R"({"hero":{"_type":"Player"},"camera":{"_type":"Camera"},"arena":{"_type":"Arena"}})",
+        Fault{"recipes.json5",
+              R"({"hero":{"_type":"Player"},"camera":{"_type":"Camera"},"arena":{"_type":"Arena"}})",
               "no recipe \"weakZombie\", which arenas spawn"},
         Fault{"images_compressed.json5", "{}", "The image \"sunset\", which the game needs, is missing"},
         Fault{"AssetsCompressed/Font/Q.dds", "DDS", "AssetsCompressed/Font/Q.dds"},
         Fault{"drawable_sprite.glsl", "/*", "drawable_sprite.glsl"},
         Fault{"drawable_basic.frag", "", "uniform sampler2D uTexture;"},
-        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[]},{"frame":3,"newKeyStates":[]}])", "record 1: \"frame\""},
-        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[{"key":65,"state":4}]}])", "\"state\" is no number"},
-        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[{"key":1,"state":3}]}])", "\"key\" is none of the keys"}));
+        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[]},{"frame":3,"newKeyStates":[]}])",
+              "record 1: \"frame\""},
+        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[{"key":65,"state":4}]}])",
+              "\"state\" is no number"},
+        Fault{"recording.json5", R"([{"frame":3,"newKeyStates":[{"key":1,"state":3}]}])",
+              "\"key\" is none of the keys"}));
 
 TEST_F(Inspector, ReportsMissingFiles) {
-    for (const char* file : {"recipes.json5", "zombiegame.mp3", "drawable_basic.vert", "AssetsCompressed/Font/Z.dds"}) {
+    for (const char* file :
+         {"recipes.json5", "zombiegame.mp3", "drawable_basic.vert", "AssetsCompressed/Font/Z.dds"}) {
         data.remove(file);
         EXPECT_NE(faults().find(file), std::string::npos) << file;
     }

@@ -4,9 +4,9 @@
 
 #include <vector>
 
+#include "assets/catalog.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
-#include "assets/catalog.h"
 #include "tests/world/world_fixture.h"
 #include "world/camera.h"
 #include "world/player.h"

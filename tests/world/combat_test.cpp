@@ -1,6 +1,6 @@
+#include "assets/catalog.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "assets/catalog.h"
 #include "tests/world/world_fixture.h"
 #include "world/arena.h"
 #include "world/camera.h"

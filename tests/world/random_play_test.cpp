@@ -3,14 +3,14 @@
 #include <set>
 #include <string>
 
+#include "assets/catalog.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "assets/catalog.h"
-#include "world/scene_loader.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/player.h"
+#include "world/scene_loader.h"
 #include "world/trace.h"
 
 namespace dunkman {

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "base/fatal.h"
 #include "assets/catalog.h"
+#include "base/fatal.h"
 #include "tests/fakes/scratch_folder.h"
 #include "tests/world/world_fixture.h"
 #include "world/camera.h"

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "assets/catalog.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
-#include "assets/catalog.h"
 #include "json5/reader.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"

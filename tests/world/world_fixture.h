@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "world/registry.h"
 #include "json5/value.h"
+#include "world/registry.h"
 #include "world/world.h"
 
 namespace dunkman {

@@ -29,8 +29,8 @@ const char* parseEvent(const std::vector<std::string>& words, KeyEvent& event) {
         return "the iteration is not a whole number";
     }
     const std::string_view code = words[1];
-    if (!code.starts_with("0x") || !parseWhole(code.substr(2), 16, event.virtualKey) || event.virtualKey < 0 ||
-        event.virtualKey > highestVirtualKey) {
+    if (!code.starts_with("0x") || !parseWhole(code.substr(2), 16, event.virtualKey) ||
+        event.virtualKey < 0 || event.virtualKey > highestVirtualKey) {
         return "the key is not a hexadecimal virtual-key code from 0x00 to 0xFF";
     }
     if (words[2] != "down" && words[2] != "up") {
@@ -66,8 +66,9 @@ KeyScript KeyScript::read(std::istream& text, const std::string& name) {
         }
         script.events.push_back(event);
     }
-    std::stable_sort(script.events.begin(), script.events.end(),
-                     [](const KeyEvent& left, const KeyEvent& right) { return left.iteration < right.iteration; });
+    std::stable_sort(
+        script.events.begin(), script.events.end(),
+        [](const KeyEvent& left, const KeyEvent& right) { return left.iteration < right.iteration; });
     return script;
 }
 

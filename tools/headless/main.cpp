@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "base/fatal.h"
+#include "tools/console/binary_stdout.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
-#include "tools/console/binary_stdout.h"
 
 namespace {
 
@@ -24,7 +24,8 @@ struct CloseFile {
 };
 using OutputFile = std::unique_ptr<std::FILE, CloseFile>;
 
-// The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
+// The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run
+// ends.
 struct ResetAtEnd {
     ResetAtEnd() = default;
     ~ResetAtEnd() { headless::resetProgram(); }

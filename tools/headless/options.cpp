@@ -21,7 +21,8 @@ const char* const usage =
 
 namespace {
 
-template <typename Integer> Integer parseNumber(std::string_view option, std::string_view text, Integer least) {
+template <typename Integer>
+Integer parseNumber(std::string_view option, std::string_view text, Integer least) {
     Integer value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc{} || end != text.data() + text.size() || value < least) {
@@ -64,7 +65,8 @@ void parseTraceList(std::string_view list, Options& options) {
         } else if (item == "draws") {
             options.traceDraws = true;
         } else if (item != "screen") {
-            throw UsageError("--trace knows screen, keys, world and draws, not \"" + std::string(item) + "\"");
+            throw UsageError("--trace knows screen, keys, world and draws, not \"" + std::string(item) +
+                             "\"");
         }
         if (comma == std::string_view::npos) {
             return;

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/platform.h"
 #include "base/frame_state.h"
+#include "platform/platform.h"
 #include "screens/screen.h"
 
 namespace dunkman::headless {

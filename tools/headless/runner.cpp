@@ -5,12 +5,12 @@
 #include "app/main_loop.h"
 #include "app/program.h"
 #include "app/recording.h"
-#include "base/key_states.h"
 #include "assets/catalog.h"
 #include "audio/output.h"
-#include "render/renderer.h"
+#include "base/key_states.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
+#include "render/renderer.h"
 #include "world/world.h"
 
 namespace dunkman::headless {
@@ -26,9 +26,12 @@ std::string_view runLoop(const Options& options, KeyScript& keyScript, std::int6
         machine.clockNanoseconds = iterations * options.stepNanoseconds;
         keyScript.applyUntil(iterations, machine.keysDown);
         switch (runIteration()) {
-        case LoopEnd::Escape: return "escape";
-        case LoopEnd::Hidden: return "hidden";
-        case LoopEnd::GoOn: break;
+        case LoopEnd::Escape:
+            return "escape";
+        case LoopEnd::Hidden:
+            return "hidden";
+        case LoopEnd::GoOn:
+            break;
         }
     }
     return "iterations";

@@ -5,8 +5,8 @@
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "json5/canonical.h"
-#include "screens/screen.h"
 #include "platform/simulated/gl_sim.h"
+#include "screens/screen.h"
 #include "world/trace.h"
 
 namespace dunkman::headless {
@@ -17,10 +17,13 @@ constexpr std::size_t flushSize = 1 << 20; // bytes
 
 std::string_view modeName(InputMode mode) {
     switch (mode) {
-    case InputMode::Record: return "Record";
-    case InputMode::Replay: return "Replay";
+    case InputMode::Record:
+        return "Record";
+    case InputMode::Replay:
+        return "Replay";
     case InputMode::Live:
-    default: return "Live";
+    default:
+        return "Live";
     }
 }
 

@@ -15,12 +15,13 @@ constexpr std::uint32_t fourCcDxt1 = 0x31545844; // "DXT1"
 
 // Keys that the program itself looks up.
 constexpr std::array<std::string_view, 21> requiredImages = {
-    "sunset",       "menuBackground", "logo",         "logoTheGame",  "player",      "playerUnarmed", "zombie",
-    "zombieDeath0", "zombieDeath1",   "zombieDeath2", "zombieDeath3", "flamingo",    "pineapple",     "pineappleHeart",
-    "cocktailFull", "cocktailSpill",  "palmTree",     "btnArrow",     "btnZ",        "btnX",          "btnEsc"};
+    "sunset",    "menuBackground", "logo",         "logoTheGame",   "player",       "playerUnarmed",
+    "zombie",    "zombieDeath0",   "zombieDeath1", "zombieDeath2",  "zombieDeath3", "flamingo",
+    "pineapple", "pineappleHeart", "cocktailFull", "cocktailSpill", "palmTree",     "btnArrow",
+    "btnZ",      "btnX",           "btnEsc"};
 
 constexpr std::array<std::string_view, 8> requiredUniforms = {
-    "mat4 uViewProjection", "vec4 uDestMinAndSize", "vec4 uPosCosSin", "uint uMirrorFlags",
+    "mat4 uViewProjection", "vec4 uDestMinAndSize", "vec4 uPosCosSin",           "uint uMirrorFlags",
     "sampler2D uTexture",   "float zOffset",        "vec3 uGammaGainSaturation", "vec3 uTint"};
 
 void checkDds(const std::string& path, Faults& faults) {
@@ -55,14 +56,16 @@ std::string expand(const std::string& path, Faults& faults) {
 void checkImages(const JsonValue& images, Faults& faults) {
     for (const JsonMember& image : images.objectValue) {
         if (image.value.kind != JsonKind::String) {
-            faults.add("images_compressed.json5", "The image \"" + image.key + "\" is no string with a path.");
+            faults.add("images_compressed.json5",
+                       "The image \"" + image.key + "\" is no string with a path.");
         } else {
             checkDds(image.value.stringValue, faults);
         }
     }
     for (const std::string_view key : requiredImages) {
         if (!images.contains(key)) {
-            faults.add("images_compressed.json5", "The image \"" + std::string(key) + "\", which the game needs, is missing.");
+            faults.add("images_compressed.json5",
+                       "The image \"" + std::string(key) + "\", which the game needs, is missing.");
         }
     }
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
@@ -74,7 +77,8 @@ void checkShaders(Faults& faults) {
     const std::string sources = expand("drawable_basic.vert", faults) + expand("drawable_basic.frag", faults);
     for (const std::string_view uniform : requiredUniforms) {
         if (sources.find("uniform " + std::string(uniform) + ';') == std::string::npos) {
-            faults.add("drawable_basic.vert", "No shader declares \"uniform " + std::string(uniform) + ";\".");
+            faults.add("drawable_basic.vert",
+                       "No shader declares \"uniform " + std::string(uniform) + ";\".");
         }
     }
 }

@@ -5,17 +5,18 @@
 #include <vector>
 
 #include "base/key_states.h"
-#include "world/object_type.h"
-#include "world/registry.h"
 #include "render/image_table.h"
 #include "tools/inspect/faults.h"
 #include "world/object.h"
+#include "world/object_type.h"
+#include "world/registry.h"
 
 namespace dunkman::inspect {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> arenaRecipes = {"zombie", "weakZombie", "zombie2HpFast", "zombieBanana"};
+constexpr std::array<std::string_view, 4> arenaRecipes = {"zombie", "weakZombie", "zombie2HpFast",
+                                                          "zombieBanana"};
 
 // Members of an entry that are no properties of the object it makes.
 constexpr std::array<std::string_view, 2> recipeEntryMembers = {"recipe", "tag"};
@@ -31,7 +32,8 @@ public:
         : recipes(knownRecipes), prefabs(knownPrefabs), faults(faultList) {}
 
     // A property object against the class that it is for.
-    void checkProperties(std::string_view file, const std::string& name, const JsonValue& properties, ObjectType type) {
+    void checkProperties(std::string_view file, const std::string& name, const JsonValue& properties,
+                         ObjectType type) {
         const OwnedObject object = createObject(type);
         const JsonValue known = object->writeProperties();
         for (const JsonMember& member : properties.objectValue) {
@@ -40,9 +42,11 @@ public:
             }
             const JsonValue* field = known.find(member.key);
             if (field == nullptr) {
-                faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property \"" + member.key + "\".");
+                faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property \"" +
+                                     member.key + "\".");
             } else if (!accepts(*field, member.value)) {
-                faults.add(file, name + ": the value of \"" + member.key + "\" is of a kind that is passed over.");
+                faults.add(file,
+                           name + ": the value of \"" + member.key + "\" is of a kind that is passed over.");
             } else if (member.key == "imageKey" && imageTable.count(member.value.stringValue) == 0) {
                 faults.add(file, name + ": there is no image \"" + member.value.stringValue + "\".");
             }
@@ -67,7 +71,8 @@ public:
             const auto type = typeFromName(typeMember.stringValue);
             if (recipe.value.kind != JsonKind::Object || typeMember.kind != JsonKind::String || !type ||
                 *type == ObjectType::Invalid) {
-                faults.add("recipes.json5", name + ": \"_type\" names no class, so the recipe makes no object.");
+                faults.add("recipes.json5",
+                           name + ": \"_type\" names no class, so the recipe makes no object.");
                 continue;
             }
             checkProperties("recipes.json5", name, recipe.value, *type);
@@ -116,9 +121,12 @@ private:
         for (const std::string_view name : arenaRecipes) {
             const JsonValue* recipe = recipes.find(name);
             if (recipe == nullptr && hasArena) {
-                faults.add("recipes.json5", "There is no recipe \"" + std::string(name) + "\", which arenas spawn.");
-            } else if (recipe != nullptr && typeFromName(recipe->get("_type").stringValue) != ObjectType::Zombie) {
-                faults.add("recipes.json5", "recipe \"" + std::string(name) + "\": arenas need a Zombie from it.");
+                faults.add("recipes.json5",
+                           "There is no recipe \"" + std::string(name) + "\", which arenas spawn.");
+            } else if (recipe != nullptr &&
+                       typeFromName(recipe->get("_type").stringValue) != ObjectType::Zombie) {
+                faults.add("recipes.json5",
+                           "recipe \"" + std::string(name) + "\": arenas need a Zombie from it.");
             }
         }
     }
@@ -127,11 +135,13 @@ private:
 
     static bool accepts(const JsonValue& field, const JsonValue& value) {
         switch (field.kind) {
-        case JsonKind::Float: return value.isNumber();
+        case JsonKind::Float:
+            return value.isNumber();
         case JsonKind::Array:
             return value.isNumber() || (value.kind == JsonKind::Array && value.arrayValue.size() == 2 &&
                                         value.arrayValue[0].isNumber() && value.arrayValue[1].isNumber());
-        default: return value.kind == field.kind;
+        default:
+            return value.kind == field.kind;
         }
     }
 
@@ -159,7 +169,8 @@ private:
         checkOverrides(file, where, entry, prefabs.get(prefab));
     }
 
-    void checkOverrides(std::string_view file, const std::string& where, const JsonValue& entry, const JsonValue& prefab) {
+    void checkOverrides(std::string_view file, const std::string& where, const JsonValue& entry,
+                        const JsonValue& prefab) {
         for (const JsonMember& override : entry.get("overrides").objectValue) {
             bool reached = false;
             for (const JsonValue& inner : prefab.arrayValue) {
@@ -181,7 +192,8 @@ private:
         }
         path.push_back(prefab);
         for (const JsonValue& entry : prefabs.get(prefab).arrayValue) {
-            if (entry.get("recipe").kind != JsonKind::String && entry.get("prefab").kind == JsonKind::String) {
+            if (entry.get("recipe").kind != JsonKind::String &&
+                entry.get("prefab").kind == JsonKind::String) {
                 checkCycle(entry.get("prefab").stringValue);
             }
         }
@@ -200,16 +212,16 @@ void fillImageTable(const JsonValue& images) {
     for (const JsonMember& image : images.objectValue) {
         imageTable[image.key] = Texture2D{};
     }
-    for (const char* key : {"player", "playerUnarmed", "zombie", "zombieDeath0", "zombieDeath1", "zombieDeath2",
-                            "zombieDeath3", "flamingo", "pineapple"}) {
+    for (const char* key : {"player", "playerUnarmed", "zombie", "zombieDeath0", "zombieDeath1",
+                            "zombieDeath2", "zombieDeath3", "flamingo", "pineapple"}) {
         imageTable.try_emplace(key);
     }
 }
 
 } // namespace
 
-void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonValue& prefabs, const JsonValue& scene,
-                  Faults& faults) {
+void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonValue& prefabs,
+                  const JsonValue& scene, Faults& faults) {
     fillImageTable(images);
     ObjectCheck check(recipes, prefabs, faults);
     check.checkRecipes();
@@ -233,8 +245,9 @@ void checkRecording(const JsonValue& recording, Faults& faults) {
         const std::string where = "record " + std::to_string(number++);
         const JsonValue& frame = record.get("frame");
         if (frame.kind != JsonKind::Integer || frame.intValue <= previous) {
-            faults.add("recording.json5", where + ": \"frame\" is no integer above the record before it, so the replay "
-                                                  "never gets past it.");
+            faults.add("recording.json5",
+                       where + ": \"frame\" is no integer above the record before it, so the replay "
+                               "never gets past it.");
         }
         previous = std::max(previous, frame.intValue);
         for (const JsonValue& change : record.get("newKeyStates").arrayValue) {

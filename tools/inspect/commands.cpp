@@ -4,15 +4,15 @@
 #include <exception>
 
 #include "assets/catalog.h"
-#include "world/scene_loader.h"
 #include "json5/canonical.h"
 #include "json5/reader.h"
 #include "json5/writer.h"
+#include "platform/simulated/gl_sim.h"
 #include "render/dds.h"
 #include "render/renderer.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/data_check.h"
-#include "platform/simulated/gl_sim.h"
+#include "world/scene_loader.h"
 #include "world/trace.h"
 #include "world/world.h"
 
@@ -36,8 +36,8 @@ int printJson5(const std::string& path, std::string& out) {
     const Json5Position& position = report.position;
     out += "code " + number(static_cast<std::uint32_t>(report.code)) + '\n';
     out += "message " + canonicalText(JsonValue::makeString(report.message)) + '\n';
-    out += "position " + number(position.characters) + ' ' + number(position.line) + ' ' + number(position.column) +
-           ' ' + number(position.previousLineLength) + '\n';
+    out += "position " + number(position.characters) + ' ' + number(position.line) + ' ' +
+           number(position.column) + ' ' + number(position.previousLineLength) + '\n';
     out += "value " + canonicalText(value) + '\n';
     return 0;
 }

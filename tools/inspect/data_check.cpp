@@ -19,8 +19,8 @@ std::string readText(const std::string& path) {
     return text.str();
 }
 
-// A sound file that ends right behind its value reports the end as one that ends too early does. Only in the sound one
-// a space behind the text makes the report vanish.
+// A sound file that ends right behind its value reports the end as one that ends too early does. Only in the
+// sound one a space behind the text makes the report vanish.
 bool isSound(const Json5Report& report, const std::string& path) {
     if (report.code != Json5Error::EndOfInput) {
         return report.code == Json5Error::None;
@@ -36,10 +36,14 @@ std::string describe(const Json5Report& report) {
         return report.message;
     }
     switch (report.code) {
-    case Json5Error::EndOfInput: return "The file ends too early.";
-    case Json5Error::StreamFailed: return "The file cannot be read.";
-    case Json5Error::SecondPushBack: return "A slash that starts no comment.";
-    default: return "A number is malformed.";
+    case Json5Error::EndOfInput:
+        return "The file ends too early.";
+    case Json5Error::StreamFailed:
+        return "The file cannot be read.";
+    case Json5Error::SecondPushBack:
+        return "A slash that starts no comment.";
+    default:
+        return "A number is malformed.";
     }
 }
 
@@ -52,9 +56,11 @@ bool hasOuterSpace(const std::string& key) {
 void checkKeys(const std::string& path, const JsonValue& value, Faults& faults) {
     for (const JsonMember& member : value.objectValue) {
         if (hasOuterSpace(member.key)) {
-            faults.add(path, "The key \"" + member.key +
-                                 "\" has white space in it. Unquoted keys run up to the colon, and white space behind "
-                                 "a comment belongs to the key: quote it, with nothing between it and the comment.");
+            faults.add(
+                path,
+                "The key \"" + member.key +
+                    "\" has white space in it. Unquoted keys run up to the colon, and white space behind "
+                    "a comment belongs to the key: quote it, with nothing between it and the comment.");
         }
         checkKeys(path, member.value, faults);
     }
@@ -83,7 +89,8 @@ JsonValue readDataFile(const std::string& path, JsonKind wantedTop, Faults& faul
                        std::to_string(report.position.column + 1),
                    describe(report));
     } else if (value.kind != wantedTop) {
-        faults.add(path, wantedTop == JsonKind::Array ? "The top level is no array." : "The top level is no object.");
+        faults.add(path, wantedTop == JsonKind::Array ? "The top level is no array."
+                                                      : "The top level is no object.");
     }
     checkKeys(path, value, faults);
     return value;

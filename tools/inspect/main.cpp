@@ -8,9 +8,9 @@
 #include <system_error>
 #include <vector>
 
-#include "tools/inspect/commands.h"
-#include "tools/console/binary_stdout.h"
 #include "platform/simulated/platform_sim.h"
+#include "tools/console/binary_stdout.h"
+#include "tools/inspect/commands.h"
 
 namespace {
 
@@ -19,12 +19,13 @@ using namespace dunkman;
 constexpr int exitFatal = 1;
 constexpr int exitUsage = 2;
 
-constexpr const char* usage = "dunkman-inspect json5 FILE               value, error code and position of a data file\n"
-                              "dunkman-inspect write FILE [--indent N]  the file's value as the game writes it\n"
-                              "dunkman-inspect shader FILE              a shader with its includes expanded\n"
-                              "dunkman-inspect dds FILE                 a texture's levels\n"
-                              "dunkman-inspect scene [--data DIR]       the world right after loading\n"
-                              "dunkman-inspect check [--data DIR]       every fault of a data directory\n";
+constexpr const char* usage =
+    "dunkman-inspect json5 FILE               value, error code and position of a data file\n"
+    "dunkman-inspect write FILE [--indent N]  the file's value as the game writes it\n"
+    "dunkman-inspect shader FILE              a shader with its includes expanded\n"
+    "dunkman-inspect dds FILE                 a texture's levels\n"
+    "dunkman-inspect scene [--data DIR]       the world right after loading\n"
+    "dunkman-inspect check [--data DIR]       every fault of a data directory\n";
 
 class UsageError : public std::runtime_error {
 public:

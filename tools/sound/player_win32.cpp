@@ -8,11 +8,11 @@
 #include <string_view>
 #include <thread>
 
-#include "base/debug_output.h"
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
 #include "audio/music_track.h"
 #include "audio/output.h"
+#include "base/debug_output.h"
 
 namespace {
 

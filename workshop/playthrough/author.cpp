@@ -8,10 +8,10 @@
 #include "app/program.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
+#include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tools/headless/runner.h"
 #include "workshop/playthrough/pilot.h"
-#include "platform/simulated/platform_sim.h"
 
 namespace dunkman::recording {
 

@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/platform.h"
 #include "base/frame_state.h"
+#include "platform/platform.h"
 #include "world/object_type.h"
 
 namespace dunkman {
