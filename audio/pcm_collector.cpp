@@ -1,5 +1,6 @@
 #include "audio/pcm_collector.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -32,11 +33,9 @@ void PcmCollector::convert() {
     pending.clear();
     const std::vector<std::int16_t> mono = downmix(samples, channelCount);
     const std::vector<std::int16_t> converted = resample(mono, rate, decodedFormat.samplesPerSecond);
-    if (result.empty()) {
-        result = converted;
-    } else {
-        result.insert(result.end(), converted.begin(), converted.end());
-    }
+    const std::size_t before = result.size();
+    result.resize(before + converted.size());
+    std::ranges::copy(converted, std::span(result).subspan(before).begin());
 }
 
 } // namespace dunkman

@@ -15,7 +15,7 @@ namespace dunkman {
 namespace {
 
 void prepare() {
-    static const bool prepared = [] {
+    [[maybe_unused]] static const bool prepared = [] {
         simulated::loadGlFunctions();
         const std::filesystem::path before = std::filesystem::current_path();
         std::filesystem::current_path(before / "data");
@@ -30,7 +30,6 @@ void prepare() {
         setScreenProjection();
         return true;
     }();
-    benchmark::DoNotOptimize(prepared);
 }
 
 void drawOne(const Texture2D& texture, double angle) {

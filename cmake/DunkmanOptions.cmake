@@ -3,6 +3,7 @@
 option(DUNKMAN_TESTS "Build the tests" ON)
 option(DUNKMAN_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
 option(DUNKMAN_FUZZERS "Build the libFuzzer targets (Clang only)" OFF)
+option(DUNKMAN_WARNINGS_AS_ERRORS "Stop the build at a warning; for the project's own checks, not for a person's build" OFF)
 set(DUNKMAN_SANITIZE "" CACHE STRING "Comma-separated sanitizers for all code, for example address,undefined")
 
 set(CMAKE_CXX_STANDARD 20)
@@ -18,13 +19,14 @@ target_include_directories(dunkman_flags INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
 if(MSVC)
     # /fp:precise does not contract a*b+c on x64 unless asked to; /fp:contract is off by default since VS 2022.
     add_compile_options(/utf-8 /permissive- /fp:precise)
-    target_compile_options(dunkman_flags INTERFACE /W4 /WX)
+    target_compile_options(dunkman_flags INTERFACE /W4 $<$<BOOL:${DUNKMAN_WARNINGS_AS_ERRORS}>:/WX>)
     target_compile_definitions(dunkman_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _CRT_SECURE_NO_WARNINGS)
 else()
     # A recording replays to the last bit only if no compiler fuses a multiplication with an addition.
     add_compile_options(-ffp-contract=off)
     target_compile_options(dunkman_flags INTERFACE
-        -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual
+        $<$<BOOL:${DUNKMAN_WARNINGS_AS_ERRORS}>:-Werror>
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual
         -Wformat=2 -Wundef -Wdouble-promotion -Wold-style-cast -Wno-missing-field-initializers)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # GCC 12 sees overlapping copies in every inlined "literal" + string.

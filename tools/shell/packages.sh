@@ -5,7 +5,7 @@ packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plug
 packages_display="xvfb xdotool x11-utils imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest libbenchmark-dev libmpfr-dev libpng-dev khronos-api glslang-tools librsvg2-bin python3"
-packages_native_build="g++ clang libclang-rt-14-dev cmake ninja-build"
+packages_native_build="g++ clang libclang-rt-dev cmake ninja-build"
 
 say() { printf '%s: %s\n' "$(basename "$0")" "$*"; }
 
@@ -48,7 +48,7 @@ configure_and_build() {
     [ $# -gt 0 ] && targets=(--target "$@")
     log=build/$preset.log
     mkdir -p build
-    if ! { cmake --preset "$preset" -DDUNKMAN_TESTS="$tests" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" -DDUNKMAN_TESTS="$tests" -DDUNKMAN_WARNINGS_AS_ERRORS="${warnings_as_errors:-OFF}" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
         tail -n 60 "$log" >&2
         say "the $preset build failed; the whole log is in $log"
         exit 1
