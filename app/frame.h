@@ -14,9 +14,9 @@ protected:
 
 extern FrameObserver* frameObserver; // null: nobody
 
-// One simulation-and-draw step of frameDelta seconds: input, clear, update, render, key ageing, audio feed.
-// The screen that updates is also the one that renders, even when it switched. Ends the process when update
-// asked for it.
+// One simulation-and-draw step of frameDelta seconds: input, clear, update, render, key ageing, audio feed. The
+// screen that updates is also the one that renders, even when it switched. Ends the process when update asked
+// for it.
 void runFrame();
 
 } // namespace dunkman

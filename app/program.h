@@ -5,8 +5,8 @@
 
 namespace dunkman {
 
-// Everything before the loop, in its fixed order, from the recording to the start sample of the clock. `mode`
-// is the program's compiled-in input mode, `firstScreen` the screen that is entered.
+// Everything before the loop, in its fixed order, from the recording to the start sample of the clock. `mode` is the
+// program's compiled-in input mode, `firstScreen` the screen that is entered.
 void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 
 // What follows the loop: GPU resources, then audio. Not run when a screen ends the program.

@@ -6,8 +6,7 @@
 
 #include "base/key_states.h"
 
-// A game as the list of its key changes per step. Applies only while the game screen is current. Main thread
-// only.
+// A game as the list of its key changes per step. Applies only while the game screen is current. Main thread only.
 namespace dunkman {
 
 struct InputRecord {
@@ -19,8 +18,7 @@ extern std::vector<InputRecord> recording; // in ascending frame order
 extern std::uint64_t gameStep;             // game steps seen so far in this recording or replay
 extern std::size_t replayIndex;            // the next record to apply
 
-// Reads "recording.json5", except in Record mode, which starts with an empty recording. Runs before anything
-// else.
+// Reads "recording.json5", except in Record mode, which starts with an empty recording. Runs before anything else.
 void loadRecording();
 
 // One step in Record mode: keeps the changes, if any, under the number of this step.
@@ -30,8 +28,8 @@ void recordStep(KeyChanges changes);
 // record the game goes on live, on the game-over screen.
 void replayStep();
 
-// Writes "recording.json5": a new file first, then in place of the old one. Stops the game with a message
-// when the file cannot be written.
+// Writes "recording.json5": a new file first, then in place of the old one. Stops the game with a message when the
+// file cannot be written.
 void saveRecording();
 
 void resetRecording();

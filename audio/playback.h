@@ -8,9 +8,9 @@
 
 namespace dunkman {
 
-// What the audio thread does between "the device wants data" and "the buffer is given back": `bufferFrames`
-// is the size of the device's buffer, `framesGiven` what it got of sound or silence, 0 when it was full. The
-// first failing call ends the step and is the result.
+// What the audio thread does between "the device wants data" and "the buffer is given back": `bufferFrames` is the
+// size of the device's buffer, `framesGiven` what it got of sound or silence, 0 when it was full. The first failing
+// call ends the step and is the result.
 CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames,
                      std::uint32_t& framesGiven);
 

@@ -5,8 +5,8 @@
 
 namespace dunkman {
 
-// A state that the game cannot go on from. The program's entry catches it, shows what() to the player and
-// ends with exit status 1.
+// A state that the game cannot go on from. The program's entry catches it, shows what() to the player and ends
+// with exit status 1.
 class FatalError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

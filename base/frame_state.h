@@ -6,8 +6,8 @@
 // nothing here includes anything of ours.
 namespace dunkman {
 
-// Where key states come from, and with that how time advances. The numbers are kept from the data format of
-// old builds and are part of the behaviour: any value other than 1 and 2 acts as Live.
+// Where key states come from, and with that how time advances. The numbers are kept from the data format of old
+// builds and are part of the behaviour: any value other than 1 and 2 acts as Live.
 enum class InputMode : std::int32_t {
     Live = 0,   // keyboard, real time step
     Record = 1, // keyboard, one fixed step per loop iteration, changes are collected

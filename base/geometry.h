@@ -19,8 +19,8 @@ struct Rect {
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
-// Pi as the whole game uses it. Not the nearest double to pi: angles in recordings and on screen were made
-// with these digits.
+// Pi as the whole game uses it. Not the nearest double to pi: angles in recordings and on screen were made with
+// these digits.
 inline constexpr double pi = 3.14159265359;
 
 } // namespace dunkman

@@ -11,11 +11,11 @@
 // it does when a program starts.
 //
 // How: a quick phase computes with 106 bits and a proven bound for its error. Where that leaves open which
-// double is the nearest, about once in seven hundred calls, a second phase computes with 159 bits, off by
-// less than 2^-145. That settles all: beyond the 53rd bit results behave like random ones, and among 2^64 of
-// them the hardest is expected about 2^-117 from the middle between two doubles; that one should be nearer
-// than 2^-145 has a chance of 2^-27. Arguments so small that their results follow a pattern instead are taken
-// out beforehand.
+// double is the nearest, about once in seven hundred calls, a second phase computes with 159 bits, off by less
+// than 2^-145. That settles all: beyond the 53rd bit results behave like random ones, and among 2^64 of them
+// the hardest is expected about 2^-117 from the middle between two doubles; that one should be nearer than
+// 2^-145 has a chance of 2^-27. Arguments so small that their results follow a pattern instead are taken out
+// beforehand.
 namespace dunkman {
 
 double exactSin(double radians);  // quick below 2^31 radians

@@ -5,8 +5,7 @@
 #include <array>
 #include <cstdint>
 
-// Constants of the exact functions to 159 bits and more, written by
-// workshop/exact/generate_exact_math_tables.py.
+// Constants of the exact functions to 159 bits and more, written by workshop/exact/generate_exact_math_tables.py.
 namespace dunkman {
 
 struct SineAndCosine {

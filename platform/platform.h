@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and
-// the simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
+// What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
+// simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
 // Debugger output is in base/debug_output.h.
 namespace dunkman::platform {
 

@@ -51,14 +51,13 @@ struct DdsUpload {
     friend bool operator==(const DdsUpload&, const DdsUpload&) = default;
 };
 
-// Reads a DDS file, whose pixels are taken as DXT1 whatever it says. Both stop the game with a message that
-// names the file when it is missing, is no DDS file, has no texels, no levels or an extent above
-// maxDdsExtent, or ends before the last level that its header promises.
+// Reads a DDS file, whose pixels are taken as DXT1 whatever it says. Both stop the game with a message that names
+// the file when it is missing, is no DDS file, has no texels, no levels or an extent above maxDdsExtent, or ends
+// before the last level that its header promises.
 DdsImage readDds(const std::string& path);
 DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName);
 
-// Levels of storage: what the mip count's low 8 bits say, but no more than halving the larger extent down to
-// 1 gives.
+// Levels of storage: what the mip count's low 8 bits say, but no more than halving the larger extent down to 1 gives.
 std::uint32_t ddsStorageLevels(const DdsHeader& header);
 
 // Every level that the header counts, also those beyond the storage.

@@ -3,10 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
-// OpenGL as far as the renderer uses it: types, constants and one process-wide pointer for each entry point,
-// named after it. Everything is expanded from two lists written by tools/generate_gl_loader.py; no system
-// header takes part. Calls are made on the thread that owns the context, after the pointers were loaded
-// (gl_loader.h).
+// OpenGL as far as the renderer uses it: types, constants and one process-wide pointer for each entry point, named
+// after it. Everything is expanded from two lists written by tools/generate_gl_loader.py; no system header takes
+// part. Calls are made on the thread that owns the context, after the pointers were loaded (gl_loader.h).
 namespace dunkman {
 
 using GLenum = std::uint32_t;

@@ -10,8 +10,8 @@ using GlFunction = void (*)();
 // Looks an entry point up by name.
 using GlLookup = GlFunction (*)(const char* name);
 
-// Asks the system's OpenGL library for the functions of version 1.1 and the driver for the later ones, in the
-// order of the OpenGL registry. Stops the game with a message that names the first function which is missing.
+// Asks the system's OpenGL library for the functions of version 1.1 and the driver for the later ones, in the order
+// of the OpenGL registry. Stops the game with a message that names the first function which is missing.
 void loadGlFunctions(GlLookup systemLibrary, GlLookup driver);
 
 // Whether a driver's answer means that it does not know the name: drivers say so with 0, 1, 2, 3 or -1.

@@ -8,8 +8,8 @@
 
 #include "render/texture.h"
 
-// The pictures and letters that drawing looks up by name. The asset catalogue fills both tables at start-up
-// and releases them at the end.
+// The pictures and letters that drawing looks up by name. The asset catalogue fills both tables at start-up and
+// releases them at the end.
 namespace dunkman {
 
 inline constexpr std::size_t glyphCount = 26;

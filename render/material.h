@@ -9,22 +9,20 @@
 
 namespace dunkman {
 
-// The values of a program's uniforms and storage blocks, one slot for each of its resources, all unset at
-// first.
+// The values of a program's uniforms and storage blocks, one slot for each of its resources, all unset at first.
 class MaterialBase {
 public:
     virtual const ProgramBase& program() const = 0;
 
-    // Stores a value by name; uploads it at once while this material is current. False, with nothing done,
-    // for a name that the program does not have and for a value of another type than the program declares.
+    // Stores a value by name; uploads it at once while this material is current. False, with nothing done, for a
+    // name that the program does not have and for a value of another type than the program declares.
     bool setUniform(std::string_view name, const UniformValue& value);
 
-    // The same by the index that the program's findResource gave, for names that are set over and over. A
-    // negative index stands for a name that the program does not have.
+    // The same by the index that the program's findResource gave, for names that are set over and over. A negative
+    // index stands for a name that the program does not have.
     bool setUniform(std::int32_t resourceIndex, const UniformValue& value);
 
-    // Makes this material current: uses its program, gives samplers and images their units, uploads all
-    // values.
+    // Makes this material current: uses its program, gives samplers and images their units, uploads all values.
     void bind();
 
 protected:

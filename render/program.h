@@ -20,8 +20,7 @@ struct ProgramResource {
     std::int32_t unit = -1;    // texture or image unit that the shader gives a sampler or image; -1: neither
 };
 
-// A linked program and what it declares, by name. Everything is asked of the driver once, when the program is
-// built.
+// A linked program and what it declares, by name. Everything is asked of the driver once, when the program is built.
 class ProgramBase : public HandleBase {
 public:
     ProgramBase();
@@ -65,8 +64,8 @@ struct ShaderSourceSet {
 
 class Program final : public ProgramBase {
 public:
-    // Compiles, links, validates and records. A stage or program that fails is a debugBreak with the driver's
-    // log; `fileNames` says in its message where each text came from.
+    // Compiles, links, validates and records. A stage or program that fails is a debugBreak with the driver's log;
+    // `fileNames` says in its message where each text came from.
     explicit Program(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames = {});
 };
 

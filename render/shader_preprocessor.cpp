@@ -15,8 +15,7 @@ namespace {
 constexpr std::string_view directive = "#include \"";
 constexpr std::string_view parentStep = "\\..\\";
 
-// One run of the preprocessor: the cache and the files whose expansion has begun but not ended, outermost
-// first.
+// One run of the preprocessor: the cache and the files whose expansion has begun but not ended, outermost first.
 class Expander {
 public:
     Expander(IncludeCache& includeCache, const TextFileReader& fileReader)
@@ -85,8 +84,8 @@ std::string Expander::expandText(const std::string& path, const std::string& fil
     return output;
 }
 
-// Files that include each other twice and again double their text at each step; without a bound a few lines
-// could ask for all memory.
+// Files that include each other twice and again double their text at each step; without a bound a few lines could
+// ask for all memory.
 void Expander::append(std::string& output, std::string_view piece, const std::string& fileName) {
     if (piece.size() > maxExpandedShaderBytes - output.size()) {
         fatal("The shader file \"" + fileName + "\" grows beyond 1 MiB with its includes.");

@@ -16,8 +16,8 @@ enum class SpriteMode : std::uint32_t {
 };
 
 // Draws one textured quad through the basic material. Angles in degrees, counter-clockwise; position, size in
-// world units. `pivot` is the fraction of the size that lands on `position`; with mirrorX the mirrored pivot
-// is written back through the reference, so callers pass a copy.
+// world units. `pivot` is the fraction of the size that lands on `position`; with mirrorX the mirrored pivot is
+// written back through the reference, so callers pass a copy.
 void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode mode, double gamma,
                 double gain, double saturation, double tintR, double tintG, double tintB, Vec2 position,
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset);

@@ -16,8 +16,8 @@ Texture2D::Texture2D(const std::string& path) {
     glCreateTextures(GL_TEXTURE_2D, 1, &name);
     glTextureStorage2D(name, levels, internalFormat, static_cast<GLsizei>(width),
                        static_cast<GLsizei>(height));
-    // A file may hold more levels than a texture of its size can have. They are handed over too; OpenGL
-    // refuses them without harm.
+    // A file may hold more levels than a texture of its size can have. They are handed over too; OpenGL refuses
+    // them without harm.
     for (const DdsUpload& upload : ddsUploads(image.header)) {
         glCompressedTextureSubImage2D(name, static_cast<GLint>(upload.level), 0, 0,
                                       static_cast<GLsizei>(upload.width), static_cast<GLsizei>(upload.height),

@@ -2,8 +2,8 @@
 
 namespace dunkman {
 
-// The timer of the screens that leave by themselves. Its sums of frame times decide, not round figures: 480
-// steps of 1/60 s stay just below 8 s.
+// The timer of the screens that leave by themselves. Its sums of frame times decide, not round figures: 480 steps of
+// 1/60 s stay just below 8 s.
 struct HoldTimer {
     double holdDuration = 0.0; // seconds
     bool holdActive = false;
@@ -11,8 +11,8 @@ struct HoldTimer {
 
     void start(double seconds);
 
-    // Advances by frameDelta while active. Returns true when it was not active any more, that is from the
-    // step after the one in which the time ran out.
+    // Advances by frameDelta while active. Returns true when it was not active any more, that is from the step
+    // after the one in which the time ran out.
     bool runOut();
 };
 

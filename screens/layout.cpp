@@ -11,8 +11,7 @@ namespace dunkman {
 
 namespace {
 
-// Proportions of the background picture: on wider windows its width fills the screen, on narrower ones its
-// height.
+// Proportions of the background picture: on wider windows its width fills the screen, on narrower ones its height.
 constexpr double backgroundAspect = 1.4750996015936255;
 
 struct CreditLine {

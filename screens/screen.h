@@ -35,8 +35,7 @@ protected:
 extern std::unordered_map<ScreenId, GameScreenBase*> screenTable;
 extern GameScreenBase* currentScreen; // null asks the program to end
 
-// Makes the screen current and enters it, at once. The step in which this happens still renders the old
-// screen.
+// Makes the screen current and enters it, at once. The step in which this happens still renders the old screen.
 void switchTo(ScreenId id);
 
 // Creates all seven in ScreenId order. The game screen loads its scene while it is created.

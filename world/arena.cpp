@@ -77,8 +77,8 @@ void Arena::startWhenPassed() {
 }
 
 void Arena::fight() {
-    // Whoever is on the way out counts as dead even if a weapon of negative damage healed him in his last
-    // step: the world frees him at the end of it.
+    // Whoever is on the way out counts as dead even if a weapon of negative damage healed him in his last step:
+    // the world frees him at the end of it.
     std::erase_if(liveZombies, [](const Zombie* zombie) {
         return zombie->health < 0 || world.isQueuedForDestroy(*zombie);
     });

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string_view>
 
-// An OpenGL that draws nothing. It hands out names, finds what a program declares by reading its source text,
-// and remembers uniform values, which is all that the game can notice of OpenGL.
+// An OpenGL that draws nothing. It hands out names, finds what a program declares by reading its source text, and
+// remembers uniform values, which is all that the game can notice of OpenGL.
 namespace dunkman::simulated {
 
 // Points every entry point of render/gl.h here.
@@ -16,8 +16,7 @@ void resetGl();
 // Takes a line, without line end, for every `view` that is set and every sprite that is drawn.
 using DrawTrace = std::function<void(std::string_view line)>;
 
-// From now on traces draw calls to `trace`; an empty function ends it, and drawing costs nothing for it
-// again.
+// From now on traces draw calls to `trace`; an empty function ends it, and drawing costs nothing for it again.
 void setDrawTrace(DrawTrace trace);
 
 } // namespace dunkman::simulated

@@ -7,8 +7,8 @@
 
 #include "platform/platform.h"
 
-// The machine that the headless runner, the tests and the benchmarks simulate. Everything here is set by them
-// and read by the program through platform/platform.h.
+// The machine that the headless runner, the tests and the benchmarks simulate. Everything here is set by them and
+// read by the program through platform/platform.h.
 namespace dunkman::simulated {
 
 // Thrown where the real platform would end the process.

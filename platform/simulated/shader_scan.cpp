@@ -92,8 +92,7 @@ private:
         return number;
     }
 
-    // What follows `uniform`: a type, then names up to the semicolon. A block has a brace there and is left
-    // alone.
+    // What follows `uniform`: a type, then names up to the semicolon. A block has a brace there and is left alone.
     void scanUniforms() {
         while (peek() == "highp" || peek() == "mediump" || peek() == "lowp") {
             next();

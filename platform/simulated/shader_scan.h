@@ -16,8 +16,8 @@ struct ShaderDeclaration {
     std::int32_t arraySize = 1;
 };
 
-// Finds the declarations `uniform TYPE name;` and `buffer NAME {` of an expanded shader text, in its order.
-// Reads the plain words of the text and leaves comments out, but knows nothing of macros.
+// Finds the declarations `uniform TYPE name;` and `buffer NAME {` of an expanded shader text, in its order. Reads the
+// plain words of the text and leaves comments out, but knows nothing of macros.
 std::vector<ShaderDeclaration> scanShader(std::string_view text);
 
 } // namespace dunkman::simulated

@@ -27,8 +27,8 @@ public:
     void (*onRender)() = nullptr;
 };
 
-// The whole program on the simulated machine over a small data directory. Each test starts and ends with
-// every process-wide value as in a fresh process.
+// The whole program on the simulated machine over a small data directory. Each test starts and ends with every
+// process-wide value as in a fresh process.
 class ProgramFixture : public testing::Test {
 protected:
     ProgramFixture();
@@ -40,12 +40,11 @@ protected:
     // One loop iteration at a later time.
     LoopEnd iterateAfter(std::int64_t nanoseconds);
 
-    // Iterations of 1/60 s (rounded up, so that each replays one step) until `screen` is current or `most`
-    // have run.
+    // Iterations of 1/60 s (rounded up, so that each replays one step) until `screen` is current or `most` have run.
     int iterateUntil(ScreenId screen, int most);
 
-    // Puts the probe in a screen's place in the table and makes it current. The real screen stays allocated
-    // and is put back at the end.
+    // Puts the probe in a screen's place in the table and makes it current. The real screen stays allocated and is
+    // put back at the end.
     void installProbe(ScreenId id);
 
     static void press(std::int32_t virtualKey) { simulated::machine.keysDown.insert(virtualKey); }

@@ -19,10 +19,9 @@ struct FakeStorageBlock {
     std::int32_t binding = 0;
 };
 
-// Stands behind every pointer of render/gl.h while it lives and writes every call down, as
-// `glEnable(GL_BLEND)`. Arrays whose contents matter are written out in braces, other pointers as `*`. Names
-// are handed out from 1 on, over all kinds of object. Starts and ends with the process-wide render state as
-// it is before start-up.
+// Stands behind every pointer of render/gl.h while it lives and writes every call down, as `glEnable(GL_BLEND)`.
+// Arrays whose contents matter are written out in braces, other pointers as `*`. Names are handed out from 1 on, over
+// all kinds of object. Starts and ends with the process-wide render state as it is before start-up.
 class RecordingGl {
 public:
     RecordingGl();

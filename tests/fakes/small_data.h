@@ -6,9 +6,9 @@
 
 namespace dunkman {
 
-// A data directory of its own for a test: every image and letter that the program looks up as a 4 by 4
-// texture, the game's own shaders, a scene of one hero and one camera, no recording and no music. It is the
-// current directory while this lives and is gone afterwards.
+// A data directory of its own for a test: every image and letter that the program looks up as a 4 by 4 texture, the
+// game's own shaders, a scene of one hero and one camera, no recording and no music. It is the current directory
+// while this lives and is gone afterwards.
 class SmallData {
 public:
     SmallData();

@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-// Reads any bytes. What was read without fault is written, read and written again, and the two texts must
-// match wherever the dialect can express the value.
+// Reads any bytes. What was read without fault is written, read and written again, and the two texts must match
+// wherever the dialect can express the value.
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "base/fatal.h"
 #include "render/shader_preprocessor.h"
 
-// The input is a row of files with a NUL between them; the first is expanded, and the others are called b, c
-// and so on. Expansion ends, by a text or by a message, and leaves a text without directives alone.
+// The input is a row of files with a NUL between them; the first is expanded, and the others are called b, c and so
+// on. Expansion ends, by a text or by a message, and leaves a text without directives alone.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace dunkman;
     std::vector<std::string> files(1);

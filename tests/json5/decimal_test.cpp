@@ -57,8 +57,8 @@ TEST(FloatFromLiteral, ConvertsPlainDecimals) {
     EXPECT_EQ(floatOf("100000000000000000000000.0"), 1e23);
 }
 
-// 0.002877 lies so near the middle of two doubles that rounding to 64 bits first moves it onto the middle;
-// the second rounding then goes to the even neighbour, which is not the nearest.
+// 0.002877 lies so near the middle of two doubles that rounding to 64 bits first moves it onto the middle; the
+// second rounding then goes to the even neighbour, which is not the nearest.
 TEST(FloatFromLiteral, RoundsTwiceLikeTheExtendedType) {
     EXPECT_NE(floatOf("0.002877"), 0.002877);
     EXPECT_EQ(textOf("0.002877"), "0x1.791819d2391d6p-9"); // the nearest ends in 5
@@ -87,16 +87,15 @@ TEST(FloatFromLiteral, LongLiteralsCountEveryDigit) {
     const std::string zeros(2000, '0');
     EXPECT_EQ(floatOf("1" + zeros + "e-2000"), 1.0);
     EXPECT_EQ(floatOf("0." + zeros + "1e2001"), 1.0);
-    // 1 + 2^-64 is the middle between 1 and the next extended number, 1 + 2^-53 the middle between two
-    // doubles.
+    // 1 + 2^-64 is the middle between 1 and the next extended number, 1 + 2^-53 the middle between two doubles.
     const std::string middle = "1.00000000000000011102230246251565404236316680908203125";
     EXPECT_EQ(textOf(middle), "0x1p+0");
     EXPECT_EQ(textOf(middle + zeros + "1"), "0x1p+0"); // lost in the first rounding
     EXPECT_EQ(textOf("1.0000000000000001111"), "0x1.0000000000001p+0");
 }
 
-// 2^64 + 2049 and 2^64 + 6143 lie in the middle of two extended numbers; what the first rounding makes of
-// them is in the middle of two doubles.
+// 2^64 + 2049 and 2^64 + 6143 lie in the middle of two extended numbers; what the first rounding makes of them is in
+// the middle of two doubles.
 TEST(FloatFromLiteral, RoundsAMiddleToTheEvenNeighbourBothTimes) {
     EXPECT_EQ(textOf("18446744073709553665.0"), "0x1p+64");
     EXPECT_EQ(textOf("18446744073709557759.0"), "0x1.0000000000002p+64");

@@ -8,8 +8,8 @@
 
 namespace dunkman::test {
 
-// The primitives of the plain reader: one character at a time, with one of pushback, and what is skipped
-// between tokens.
+// The primitives of the plain reader: one character at a time, with one of pushback, and what is skipped between
+// tokens.
 struct PlainStream {
     std::istringstream stream;
     Json5Report report;

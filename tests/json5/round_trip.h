@@ -13,8 +13,8 @@ inline bool readsBack(std::string_view bytes) {
     return bytes.find_first_of("\"\\\r\n") == std::string_view::npos;
 }
 
-// Whether the writer's text of a value reads back: no awkward bytes, no Float that prints without a point of
-// its own in front of an exponent, no infinity, no nan.
+// Whether the writer's text of a value reads back: no awkward bytes, no Float that prints without a point of its
+// own in front of an exponent, no infinity, no nan.
 inline bool readsBack(const JsonValue& value) {
     switch (value.kind) {
     case JsonKind::Float: {

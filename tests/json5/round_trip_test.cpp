@@ -107,8 +107,7 @@ TEST(Json5RoundTrip, ValuesWithShortFloatsComeBackExactly) {
     }
 }
 
-// Texts made of the dialect's own pieces: whatever they are, the reader comes to an end and its value can be
-// printed.
+// Texts made of the dialect's own pieces: whatever they are, the reader comes to an end and its value can be printed.
 TEST(Json5RoundTrip, RandomTextsNeverBreakTheReader) {
     const std::vector<std::string> pieces = {
         "{", "}",  "[",  "]",  ":",   ",",  "\"",   "'",     "\\",   "\\x41", "\\u0041",  "\\\n", "\\\r\n",

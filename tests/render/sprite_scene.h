@@ -19,9 +19,9 @@ struct DrawnSprite {
     double zOffset = 0.0;
 };
 
-// A renderer on the recording OpenGL. Its program declares what the sprite shaders declare, at the locations
-// 0 to 7 in this order: uViewProjection, uDestMinAndSize, uPosCosSin, uMirrorFlags, uTexture (unit 0),
-// zOffset, uGammaGainSaturation, uTint. Its GL names: program 1, vertex array 2, sampler 3.
+// A renderer on the recording OpenGL. Its program declares what the sprite shaders declare, at the locations 0 to 7 in
+// this order: uViewProjection, uDestMinAndSize, uPosCosSin, uMirrorFlags, uTexture (unit 0), zOffset,
+// uGammaGainSaturation, uTint. Its GL names: program 1, vertex array 2, sampler 3.
 class SpriteScene {
 public:
     SpriteScene();

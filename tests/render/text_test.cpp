@@ -11,8 +11,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Letters 128 texels high, except that Z has 256; A is 64 texels wide, B 96, every other one 32. GL names: A
-// 100, B 101 and so on.
+// Letters 128 texels high, except that Z has 256; A is 64 texels wide, B 96, every other one 32. GL names: A 100,
+// B 101 and so on.
 class Text : public testing::Test {
 protected:
     Text() {

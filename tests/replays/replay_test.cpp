@@ -17,9 +17,8 @@
 // Every folder of tests/replays is one run of the whole program on the simulated machine:
 //   options.txt    the headless runner's options, in one line; --keys names a file of the folder
 //   expected.txt   the digest of its trace
-// The same expectation holds for every compiler, optimisation level and platform. With the environment
-// variable DUNKMAN_UPDATE_EXPECTED set, the expectations are written instead; read the difference before it
-// is committed.
+// The same expectation holds for every compiler, optimisation level and platform. With the environment variable
+// DUNKMAN_UPDATE_EXPECTED set, the expectations are written instead; read the difference before it is committed.
 namespace dunkman {
 
 namespace {

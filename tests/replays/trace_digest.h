@@ -8,8 +8,8 @@
 namespace dunkman {
 
 // A trace boiled down to a line for each step: its number, screen and mode, the count
-// of the lines that belong to it, and a hash over all their bytes. Small enough to be kept, exact enough that
-// a single bit shows, and the first line that differs names the step.
+// of the lines that belong to it, and a hash over all their bytes. Small enough to be kept, exact enough that a single
+// bit shows, and the first line that differs names the step.
 class TraceDigest {
 public:
     // Any piece of the trace; lines may be split over pieces.

@@ -108,8 +108,7 @@ TEST_F(GameScreenTest, HeartsRockOneAfterTheOther) {
 
 TEST_F(GameScreenTest, WorldViewLooksFromTenUnitsAtTheCamerasPoint) {
     const Matrix4 view = worldViewProjection(3.0, 2.0);
-    // The look point is in the middle of the screen, and a tenth of the screen's half height at tan of half
-    // the angle.
+    // The look point is in the middle of the screen, and a tenth of the screen's half height at tan of half the angle.
     const auto project = [&view](double x, double y) {
         const auto w = static_cast<double>(view[15]);
         return std::pair(static_cast<double>(view[0]) * x / w + static_cast<double>(view[12]) / w,

@@ -11,8 +11,7 @@ namespace {
 
 class ScreenFlow : public ProgramFixture {
 protected:
-    // Updates of the current screen, a sixtieth of a second each, until another is current; `most` when none
-    // is.
+    // Updates of the current screen, a sixtieth of a second each, until another is current; `most` when none is.
     static int updatesUntilSwitch(int most) {
         frameDelta = 1.0 / 60.0;
         GameScreenBase* const first = currentScreen;

@@ -14,8 +14,8 @@ struct KeyEvent {
     bool down = false;
 };
 
-// A simulated keyboard: lines "ITERATION CODE down" or "ITERATION CODE up", CODE in hexadecimal (0x57); "#"
-// starts a comment. Events apply by iteration, those of one iteration in the order of the file.
+// A simulated keyboard: lines "ITERATION CODE down" or "ITERATION CODE up", CODE in hexadecimal (0x57); "#" starts a
+// comment. Events apply by iteration, those of one iteration in the order of the file.
 class KeyScript {
 public:
     // Throws UsageError "NAME:LINE: message" for a malformed line.

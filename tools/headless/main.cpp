@@ -24,8 +24,7 @@ struct CloseFile {
 };
 using OutputFile = std::unique_ptr<std::FILE, CloseFile>;
 
-// The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run
-// ends.
+// The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
 struct ResetAtEnd {
     ResetAtEnd() = default;
     ~ResetAtEnd() { headless::resetProgram(); }

@@ -10,8 +10,7 @@
 
 namespace dunkman::headless {
 
-// Takes the trace piece by piece; a piece is any number of bytes, not a line. Lines end in LF on every
-// platform.
+// Takes the trace piece by piece; a piece is any number of bytes, not a line. Lines end in LF on every platform.
 using TraceSink = std::function<void(std::string_view text)>;
 
 // Prints what the options ask for while steps run.

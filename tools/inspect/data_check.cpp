@@ -19,8 +19,8 @@ std::string readText(const std::string& path) {
     return text.str();
 }
 
-// A sound file that ends right behind its value reports the end as one that ends too early does. Only in the
-// sound one a space behind the text makes the report vanish.
+// A sound file that ends right behind its value reports the end as one that ends too early does. Only in the sound one
+// a space behind the text makes the report vanish.
 bool isSound(const Json5Report& report, const std::string& path) {
     if (report.code != Json5Error::EndOfInput) {
         return report.code == Json5Error::None;
