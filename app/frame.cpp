@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/recording.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "platform/platform.h"

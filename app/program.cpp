@@ -3,7 +3,7 @@
 #include "app/main_loop.h"
 #include "app/recording.h"
 #include "assets/catalog.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "platform/platform.h"
 #include "render/gl.h"
 #include "render/renderer.h"

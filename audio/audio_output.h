@@ -3,8 +3,8 @@
 #include <atomic>
 #include <cstdint>
 
-#include "audio/audio_system.h"
 #include "audio/ring.h"
+#include "audio/system_calls.h"
 
 struct IAudioClient;
 
@@ -16,7 +16,7 @@ namespace dunkman {
 class AudioOutput {
 public:
     // Opens the default device and starts the audio thread. On failure nothing is held and `output` is null.
-    static CallResult start(AudioSystem& system, AudioOutput*& output);
+    static CallResult start(SystemCalls& system, AudioOutput*& output);
 
     // Stops the audio thread and frees everything, or leaves that to the thread if it does not answer in
     // time. `output` is gone afterwards. Returns whether the thread has ended.
@@ -25,9 +25,9 @@ public:
     AudioRing ring;
 
 private:
-    friend class WindowsAudioDevice;
+    friend class WindowsPlaybackDevice;
 
-    explicit AudioOutput(AudioSystem& itsSystem) : system(itsSystem) {}
+    explicit AudioOutput(SystemCalls& itsSystem) : system(itsSystem) {}
     ~AudioOutput();
 
     CallResult open();
@@ -35,7 +35,7 @@ private:
     void letGo();
     static unsigned long runThread(void* output);
 
-    AudioSystem& system;
+    SystemCalls& system;
     IAudioClient* client = nullptr; // only the audio thread uses and replaces it between start and stop
     void* event = nullptr;
     void* thread = nullptr;

@@ -5,9 +5,9 @@
 #include <audioclient.h>
 #include <avrt.h>
 
+#include "audio/open_stream.h"
 #include "audio/playback.h"
-#include "audio/stream.h"
-#include "audio/windows_device.h"
+#include "audio/playback_device_win32.h"
 
 namespace dunkman {
 
@@ -18,7 +18,7 @@ constexpr unsigned threadMilliseconds = 60;
 
 } // namespace
 
-CallResult AudioOutput::start(AudioSystem& system, AudioOutput*& output) {
+CallResult AudioOutput::start(SystemCalls& system, AudioOutput*& output) {
     output = new AudioOutput(system);
     CallResult result = output->open();
     if (!result.failed()) {
@@ -73,12 +73,12 @@ CallResult AudioOutput::startThread() {
 
 unsigned long AudioOutput::runThread(void* output) {
     AudioOutput& self = *static_cast<AudioOutput*>(output);
-    AudioSystem& system = self.system;
+    SystemCalls& system = self.system;
     DWORD taskIndex = 0;
     const HANDLE task = AvSetMmThreadCharacteristicsW(L"Pro Audio", &taskIndex);
     const bool hasCom = !system.initializeCom(true).failed();
     {
-        WindowsAudioDevice device(self);
+        WindowsPlaybackDevice device(self);
         playRing(self.ring, device, self.bufferFrames, self.stopRequested);
     }
     if (task != nullptr) {
@@ -92,7 +92,7 @@ unsigned long AudioOutput::runThread(void* output) {
 }
 
 bool AudioOutput::stop(AudioOutput* output) {
-    AudioSystem& system = output->system;
+    SystemCalls& system = output->system;
     output->stopRequested.exchange(1);
     system.setEvent(output->event);
     const bool hasEnded = system.waitForThread(output->thread, threadMilliseconds);

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <memory>
 
-#include "audio/audio_system.h"
+#include "audio/system_calls.h"
 
 namespace dunkman {
 
@@ -13,7 +13,7 @@ class DeviceWatch {
 public:
     // Signals `event` at each change, so that whoever waits there looks. The calling thread has COM
     // initialised and is the one that ends the watch.
-    DeviceWatch(AudioSystem& system, void* event);
+    DeviceWatch(SystemCalls& system, void* event);
     ~DeviceWatch();
     DeviceWatch(const DeviceWatch&) = delete;
     DeviceWatch& operator=(const DeviceWatch&) = delete;

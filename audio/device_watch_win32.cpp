@@ -9,7 +9,7 @@ namespace dunkman {
 // Lives as long as its registration; nobody else counts references to it.
 class DeviceWatch::Client final : public IMMNotificationClient {
 public:
-    Client(AudioSystem& itsSystem, void* itsEvent, std::atomic<bool>& itsFlag)
+    Client(SystemCalls& itsSystem, void* itsEvent, std::atomic<bool>& itsFlag)
         : system(itsSystem), event(itsEvent), flag(itsFlag) {}
     virtual ~Client() = default;
 
@@ -38,12 +38,12 @@ public:
     HRESULT STDMETHODCALLTYPE OnPropertyValueChanged(LPCWSTR, const PROPERTYKEY) override { return S_OK; }
 
 private:
-    AudioSystem& system;
+    SystemCalls& system;
     void* event;
     std::atomic<bool>& flag;
 };
 
-DeviceWatch::DeviceWatch(AudioSystem& system, void* event)
+DeviceWatch::DeviceWatch(SystemCalls& system, void* event)
     : client(std::make_unique<Client>(system, event, defaultChanged)) {
     IMMDeviceEnumerator* created = nullptr;
     if (system.createEnumerator(created).failed()) {

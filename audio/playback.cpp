@@ -42,7 +42,7 @@ private:
 
 class Playback {
 public:
-    Playback(AudioRing& itsRing, AudioDevice& itsDevice, std::atomic<std::uint32_t>& itsStopRequest)
+    Playback(AudioRing& itsRing, PlaybackDevice& itsDevice, std::atomic<std::uint32_t>& itsStopRequest)
         : ring(itsRing), device(itsDevice), stopRequested(itsStopRequest) {}
 
     // Plays until the end or until the device is lost.
@@ -53,8 +53,8 @@ public:
             return lose(describe(started, consequence));
         }
         while (true) {
-            const AudioDevice::Wake wake = device.wait(waitMilliseconds);
-            if (wake == AudioDevice::Wake::Failed || takeStopRequest(stopRequested)) {
+            const PlaybackDevice::Wake wake = device.wait(waitMilliseconds);
+            if (wake == PlaybackDevice::Wake::Failed || takeStopRequest(stopRequested)) {
                 return Ending::Stopped;
             }
             if (device.defaultDeviceChanged()) {
@@ -81,7 +81,7 @@ public:
         device.close();
         SilentClock silence(lastServed);
         while (true) {
-            if (device.wait(retryMilliseconds) == AudioDevice::Wake::Failed ||
+            if (device.wait(retryMilliseconds) == PlaybackDevice::Wake::Failed ||
                 takeStopRequest(stopRequested)) {
                 return Ending::Stopped;
             }
@@ -107,7 +107,7 @@ private:
     }
 
     AudioRing& ring;
-    AudioDevice& device;
+    PlaybackDevice& device;
     std::atomic<std::uint32_t>& stopRequested;
     std::int64_t lastServed = 0; // nanoseconds
     bool lossReported = false;
@@ -115,7 +115,7 @@ private:
 
 } // namespace
 
-CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames,
+CallResult drainStep(AudioRing& ring, PlaybackDevice& device, std::uint32_t bufferFrames,
                      std::uint32_t& framesGiven) {
     framesGiven = 0;
     std::uint32_t queued = 0;
@@ -139,7 +139,7 @@ CallResult drainStep(AudioRing& ring, AudioDevice& device, std::uint32_t bufferF
     return device.releaseBuffer(drain.frames, false);
 }
 
-void playRing(AudioRing& ring, AudioDevice& device, std::uint32_t bufferFrames,
+void playRing(AudioRing& ring, PlaybackDevice& device, std::uint32_t bufferFrames,
               std::atomic<std::uint32_t>& stopRequested) {
     Playback playback(ring, device, stopRequested);
     while (playback.play(bufferFrames) == Ending::Lost && playback.reopen(bufferFrames) == Ending::Reopened) {

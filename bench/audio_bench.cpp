@@ -7,8 +7,8 @@
 #include "audio/mixer.h"
 #include "audio/music_selection.h"
 #include "audio/music_track.h"
-#include "audio/output.h"
 #include "audio/resampler.h"
+#include "audio/sound.h"
 
 // What the sound costs a simulation step. MixTrack is to be read beside CopyOutputBytes, which writes as many
 // bytes.

@@ -2,7 +2,7 @@
 
 #include "audio/decode.h"
 #include "audio/fed_ring.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "base/debug_output.h"
 
 // A device that takes nothing: the feed works on a real ring, whose reader never moves, so that music costs a

@@ -28,13 +28,13 @@ std::string describeFormat(const WAVEFORMATEX* format) {
 
 } // namespace
 
-class FakeSystem;
+class FakeSystemCalls;
 
 struct FakeCoreAudio::State {
     State();
     ~State();
 
-    std::unique_ptr<FakeSystem> system;
+    std::unique_ptr<FakeSystemCalls> system;
     Script script;
     mutable std::recursive_mutex mutex;
     std::vector<std::string> calls;
@@ -266,10 +266,10 @@ public:
 } // namespace
 
 // The calls around the objects: real events and threads, counted.
-class FakeSystem : public AudioSystem {
+class FakeSystemCalls : public SystemCalls {
 public:
-    explicit FakeSystem(State& itsState) : state(itsState) {}
-    virtual ~FakeSystem() = default;
+    explicit FakeSystemCalls(State& itsState) : state(itsState) {}
+    virtual ~FakeSystemCalls() = default;
 
     CallResult initializeCom(bool multithreaded) override {
         return {"CoInitializeEx",
@@ -299,7 +299,7 @@ public:
     CallResult createEvent(void*& event) override {
         const HRESULT code = state.note("CreateEventW");
         if (SUCCEEDED(code)) {
-            windowsAudioSystem().createEvent(event);
+            windowsSystemCalls().createEvent(event);
             count(1);
         }
         return {"CreateEventW", code};
@@ -311,20 +311,20 @@ public:
         }
         count(1);
         ResetEvent(state.threadEnded);
-        return windowsAudioSystem().startThread(function, argument, thread);
+        return windowsSystemCalls().startThread(function, argument, thread);
     }
     void setEvent(void* event) override {
         state.note("SetEvent");
-        windowsAudioSystem().setEvent(event);
+        windowsSystemCalls().setEvent(event);
     }
     bool waitForThread(void* thread, unsigned milliseconds) override {
         state.note("WaitForSingleObject");
-        return windowsAudioSystem().waitForThread(thread, milliseconds);
+        return windowsSystemCalls().waitForThread(thread, milliseconds);
     }
     void closeHandle(void* handle) override {
         state.note("CloseHandle");
         count(-1);
-        windowsAudioSystem().closeHandle(handle);
+        windowsSystemCalls().closeHandle(handle);
     }
 
 private:
@@ -342,7 +342,7 @@ FakeCoreAudio::State::~State() = default;
 
 FakeCoreAudio::FakeCoreAudio(Script script) : state(std::make_unique<State>()) {
     state->script = std::move(script);
-    state->system = std::make_unique<FakeSystem>(*state);
+    state->system = std::make_unique<FakeSystemCalls>(*state);
 }
 
 FakeCoreAudio::~FakeCoreAudio() {
@@ -350,7 +350,7 @@ FakeCoreAudio::~FakeCoreAudio() {
     CloseHandle(state->threadEnded);
 }
 
-AudioSystem& FakeCoreAudio::system() { return *state->system; }
+SystemCalls& FakeCoreAudio::system() { return *state->system; }
 
 std::vector<std::string> FakeCoreAudio::calls() const {
     const std::lock_guard guard(state->mutex);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "audio/audio_system.h"
+#include "audio/system_calls.h"
 
 namespace dunkman::testing {
 
@@ -23,7 +23,7 @@ public:
     FakeCoreAudio(const FakeCoreAudio&) = delete;
     FakeCoreAudio& operator=(const FakeCoreAudio&) = delete;
 
-    AudioSystem& system();
+    SystemCalls& system();
 
     std::vector<std::string> calls() const;
     int liveReferences() const; // to COM objects that have been handed out

@@ -19,7 +19,7 @@ constexpr std::int32_t genericFailure = static_cast<std::int32_t>(0x80004005);
 
 // A device that notes every call, fails where it is told to, and moves its own clock. `script` runs at each
 // wait.
-class ScriptedDevice : public AudioDevice {
+class ScriptedDevice : public PlaybackDevice {
 public:
     explicit ScriptedDevice(std::uint32_t frames) : bufferFrames(frames) {}
 
@@ -95,14 +95,14 @@ protected:
     }
 
     // Each element runs at one wait; behind the last one the thread is asked to stop.
-    void play(std::vector<std::function<AudioDevice::Wake()>> waits) {
+    void play(std::vector<std::function<PlaybackDevice::Wake()>> waits) {
         std::size_t next = 0;
         device.script = [&](std::uint32_t) {
             if (next < waits.size()) {
                 return waits[next++]();
             }
             stopRequested = 1;
-            return AudioDevice::Wake::Signalled;
+            return PlaybackDevice::Wake::Signalled;
         };
         playRing(ring, device, device.bufferFrames, stopRequested);
     }
@@ -114,8 +114,8 @@ protected:
     std::uint32_t given = 0;
 };
 
-const auto signalled = [] { return AudioDevice::Wake::Signalled; };
-const auto timedOut = [] { return AudioDevice::Wake::TimedOut; };
+const auto signalled = [] { return PlaybackDevice::Wake::Signalled; };
+const auto timedOut = [] { return PlaybackDevice::Wake::TimedOut; };
 
 TEST_F(Playback, DrainCopiesWhatTheDeviceHasRoomFor) {
     ring.feed(&track);
@@ -179,7 +179,7 @@ TEST_F(Playback, StartsDrainsAtEachSignalAndClosesOnRequest) {
 }
 
 TEST_F(Playback, EndsWhenTheWaitFails) {
-    play({[] { return AudioDevice::Wake::Failed; }});
+    play({[] { return PlaybackDevice::Wake::Failed; }});
     EXPECT_EQ(device.calls, (std::vector<std::string>{"start", "wait 500", "close"}));
 }
 
@@ -188,11 +188,11 @@ TEST_F(Playback, ReopensALostDeviceWithOneLineHoweverManyAttemptsItTakes) {
     play({signalled,
           [this] {
               device.failing = "queued";
-              return AudioDevice::Wake::Signalled;
+              return PlaybackDevice::Wake::Signalled;
           },
           [this] {
               device.failing.clear();
-              return AudioDevice::Wake::TimedOut;
+              return PlaybackDevice::Wake::TimedOut;
           },
           timedOut, timedOut, timedOut, signalled});
     EXPECT_EQ(device.calls, (std::vector<std::string>{"start",
@@ -228,7 +228,7 @@ TEST_F(Playback, TakesTheBufferSizeOfTheDeviceThatItReopens) {
     play({[this] {
               device.changed = true;
               device.bufferFrames = 960;
-              return AudioDevice::Wake::Signalled;
+              return PlaybackDevice::Wake::Signalled;
           },
           timedOut, signalled});
     EXPECT_EQ(device.calls,
@@ -254,7 +254,7 @@ TEST_F(Playback, TakesADeviceThatHasGoneQuietForLost) {
 
 TEST_F(Playback, TakesADeviceThatSignalsButPlaysNothingForLost) {
     device.queued = 1440;
-    play(std::vector<std::function<AudioDevice::Wake()>>(100, signalled)); // 10 ms each
+    play(std::vector<std::function<PlaybackDevice::Wake()>>(100, signalled)); // 10 ms each
     EXPECT_EQ(std::count(device.calls.begin(), device.calls.end(), "acquire 0"), 100);
     EXPECT_EQ(std::count(device.calls.begin(), device.calls.end(), "close"), 2);
     EXPECT_EQ(testing::takeDebugLines(),
@@ -269,22 +269,22 @@ TEST_F(Playback, ForgivesASingleQuietWait) {
 TEST_F(Playback, RunsTheMusicClockOnWhileTheDeviceIsLost) {
     device.openFailures = 9;
     ring.feed(&track);
-    std::vector<std::function<AudioDevice::Wake()>> waits = {[this] {
+    std::vector<std::function<PlaybackDevice::Wake()>> waits = {[this] {
         device.failing = "queued";
-        return AudioDevice::Wake::Signalled;
+        return PlaybackDevice::Wake::Signalled;
     }};
     for (int attempt = 0; attempt < 10; ++attempt) {
         waits.push_back([this] {
             device.failing.clear();
             ring.feed(&track);
-            return AudioDevice::Wake::TimedOut;
+            return PlaybackDevice::Wake::TimedOut;
         });
     }
     std::int64_t clockAtOpen = 0;
     waits.push_back([this, &clockAtOpen] {
         clockAtOpen = device.now;
         ring.feed(&track);
-        return AudioDevice::Wake::Signalled;
+        return PlaybackDevice::Wake::Signalled;
     });
     play(waits);
     // The device heard sample n at n / 48,000 seconds, whatever happened before.

@@ -10,7 +10,7 @@
 #include "audio/decode.h"
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "tests/audio/debug_lines.h"
 
 // The system's own decoder and whatever output device the machine has, or has not.

@@ -6,7 +6,7 @@
 #include "app/program.h"
 #include "app/recording.h"
 #include "assets/catalog.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "base/key_states.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"

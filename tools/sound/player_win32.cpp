@@ -11,7 +11,7 @@
 #include "audio/fed_ring.h"
 #include "audio/music_selection.h"
 #include "audio/music_track.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "base/debug_output.h"
 
 namespace {

@@ -1,18 +1,18 @@
 #pragma once
 
 #include "audio/audio_output.h"
-#include "audio/device.h"
 #include "audio/device_watch.h"
+#include "audio/playback_device.h"
 
 struct IAudioRenderClient;
 
 namespace dunkman {
 
 // The output's stream as the audio thread plays it. Lives on that thread, which has COM initialised.
-class WindowsAudioDevice final : public AudioDevice {
+class WindowsPlaybackDevice final : public PlaybackDevice {
 public:
-    explicit WindowsAudioDevice(AudioOutput& itsOutput);
-    ~WindowsAudioDevice();
+    explicit WindowsPlaybackDevice(AudioOutput& itsOutput);
+    ~WindowsPlaybackDevice();
 
     CallResult open(std::uint32_t& bufferFrames) override;
     CallResult start() override;

@@ -1,4 +1,4 @@
-#include "audio/audio_system.h"
+#include "audio/system_calls.h"
 
 #include <windows.h>
 
@@ -23,7 +23,7 @@ DWORD WINAPI runThread(void* start) {
     return copy.function(copy.argument);
 }
 
-class WindowsAudioSystem : public AudioSystem {
+class WindowsSystemCalls : public SystemCalls {
 public:
     CallResult initializeCom(bool multithreaded) override {
         const DWORD model = multithreaded ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED;
@@ -66,8 +66,8 @@ public:
 
 } // namespace
 
-AudioSystem& windowsAudioSystem() {
-    static WindowsAudioSystem system;
+SystemCalls& windowsSystemCalls() {
+    static WindowsSystemCalls system;
     return system;
 }
 

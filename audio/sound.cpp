@@ -1,4 +1,4 @@
-#include "audio/output.h"
+#include "audio/sound.h"
 
 #include "audio/decode.h"
 #include "audio/fed_ring.h"

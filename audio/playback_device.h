@@ -9,7 +9,7 @@ namespace dunkman {
 
 // The default output device as the audio thread sees it. The Windows one translates each call and decides
 // nothing; tests bring their own. All calls come from the audio thread.
-class AudioDevice {
+class PlaybackDevice {
 public:
     enum class Wake {
         Signalled, // the device wants data, or somebody wants the thread's attention
@@ -34,7 +34,7 @@ public:
     virtual std::int64_t clockNanoseconds() = 0; // steady
 
 protected:
-    ~AudioDevice() = default;
+    ~PlaybackDevice() = default;
 };
 
 } // namespace dunkman

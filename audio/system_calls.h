@@ -9,7 +9,7 @@ namespace dunkman {
 
 // The system's calls around the output stream that are not operations of its COM objects. Windows only. Tests
 // bring their own and hand out fake objects.
-class AudioSystem {
+class SystemCalls {
 public:
     // For the calling thread. A success asks for one uninitializeCom on the same thread.
     virtual CallResult initializeCom(bool multithreaded) = 0;
@@ -27,9 +27,9 @@ public:
     virtual void closeHandle(void* handle) = 0;
 
 protected:
-    ~AudioSystem() = default;
+    ~SystemCalls() = default;
 };
 
-AudioSystem& windowsAudioSystem();
+SystemCalls& windowsSystemCalls();
 
 } // namespace dunkman

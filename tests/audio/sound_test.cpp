@@ -1,4 +1,4 @@
-#include "audio/output.h"
+#include "audio/sound.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace dunkman {
 namespace {
 
-class Output : public ::testing::Test {
+class Sound : public ::testing::Test {
 protected:
     void SetUp() override {
         resetAudio();
@@ -22,7 +22,7 @@ protected:
 
 float leftAt(std::uint32_t position) { return *reinterpret_cast<const float*>(fedRing->at(position)); }
 
-TEST_F(Output, LoopsTheGameTrackAndRewindsTheIntro) {
+TEST_F(Sound, LoopsTheGameTrackAndRewindsTheIntro) {
     startAudio();
     loadMusicTracks();
     EXPECT_TRUE(gameTrack.loop);
@@ -33,7 +33,7 @@ TEST_F(Output, LoopsTheGameTrackAndRewindsTheIntro) {
     EXPECT_EQ(testing::takeDebugLines(), std::vector<std::string>());
 }
 
-TEST_F(Output, FeedsTheSelectedTrack) {
+TEST_F(Sound, FeedsTheSelectedTrack) {
     startAudio();
     introTrack.samples.assign(9600, 16384);
     gameTrack.samples.assign(9600, 8192);
@@ -51,13 +51,13 @@ TEST_F(Output, FeedsTheSelectedTrack) {
     EXPECT_EQ(leftAt(behindKept), 0.0f);
 }
 
-TEST_F(Output, KeepsFeedingSilenceWithNothingSelected) {
+TEST_F(Sound, KeepsFeedingSilenceWithNothingSelected) {
     startAudio();
     feedAudio();
     EXPECT_EQ(fedRing->counters().writePosition, 4800u * 8);
 }
 
-TEST_F(Output, DoesNothingBeforeStartAndAfterStop) {
+TEST_F(Sound, DoesNothingBeforeStartAndAfterStop) {
     feedAudio();
     EXPECT_EQ(fedRing, nullptr);
     stopAudio();
@@ -69,7 +69,7 @@ TEST_F(Output, DoesNothingBeforeStartAndAfterStop) {
     feedAudio();
 }
 
-TEST_F(Output, ResetForgetsTracksAndSelection) {
+TEST_F(Sound, ResetForgetsTracksAndSelection) {
     gameTrack.samples.assign(10, 1);
     gameTrack.loop = true;
     introTrack.position = 5;

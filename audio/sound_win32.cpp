@@ -1,6 +1,6 @@
 #include "audio/audio_output.h"
 #include "audio/fed_ring.h"
-#include "audio/output.h"
+#include "audio/sound.h"
 #include "base/debug_output.h"
 
 namespace dunkman {
@@ -14,7 +14,7 @@ bool hasCom = false;
 
 void startAudio() {
     stopAudio();
-    AudioSystem& system = windowsAudioSystem();
+    SystemCalls& system = windowsSystemCalls();
     const CallResult initialized = system.initializeCom(false);
     hasCom = !initialized.failed();
     // Somebody else may have initialised COM in the other way; that serves as well, but is not ours to end.
@@ -33,7 +33,7 @@ void stopAudio() {
     currentOutput = nullptr;
     // A thread that hangs in the audio system still stands on what COM has loaded for this one.
     if (hasCom && hasEnded) {
-        windowsAudioSystem().uninitializeCom();
+        windowsSystemCalls().uninitializeCom();
     }
     hasCom = false;
 }

@@ -1,4 +1,4 @@
-#include "audio/windows_device.h"
+#include "audio/playback_device_win32.h"
 
 #include <chrono>
 
@@ -6,16 +6,16 @@
 
 #include <audioclient.h>
 
-#include "audio/stream.h"
+#include "audio/open_stream.h"
 
 namespace dunkman {
 
-WindowsAudioDevice::WindowsAudioDevice(AudioOutput& itsOutput)
+WindowsPlaybackDevice::WindowsPlaybackDevice(AudioOutput& itsOutput)
     : output(itsOutput), watch(itsOutput.system, itsOutput.event) {}
 
-WindowsAudioDevice::~WindowsAudioDevice() { close(); }
+WindowsPlaybackDevice::~WindowsPlaybackDevice() { close(); }
 
-CallResult WindowsAudioDevice::open(std::uint32_t& bufferFrames) {
+CallResult WindowsPlaybackDevice::open(std::uint32_t& bufferFrames) {
     if (output.client != nullptr) {
         output.client->Release();
         output.client = nullptr;
@@ -36,7 +36,7 @@ CallResult WindowsAudioDevice::open(std::uint32_t& bufferFrames) {
     return setStreamEvent(*output.client, output.event);
 }
 
-CallResult WindowsAudioDevice::start() {
+CallResult WindowsPlaybackDevice::start() {
     void* service = nullptr;
     const HRESULT found = output.client->GetService(__uuidof(IAudioRenderClient), &service);
     if (FAILED(found)) {
@@ -48,7 +48,7 @@ CallResult WindowsAudioDevice::start() {
     return {"IAudioClient::Start", started};
 }
 
-void WindowsAudioDevice::close() {
+void WindowsPlaybackDevice::close() {
     if (isStarted) {
         output.client->Stop();
         isStarted = false;
@@ -59,7 +59,7 @@ void WindowsAudioDevice::close() {
     }
 }
 
-AudioDevice::Wake WindowsAudioDevice::wait(std::uint32_t milliseconds) {
+PlaybackDevice::Wake WindowsPlaybackDevice::wait(std::uint32_t milliseconds) {
     switch (WaitForSingleObject(output.event, milliseconds)) {
     case WAIT_OBJECT_0:
         return Wake::Signalled;
@@ -70,28 +70,28 @@ AudioDevice::Wake WindowsAudioDevice::wait(std::uint32_t milliseconds) {
     }
 }
 
-CallResult WindowsAudioDevice::queuedFrames(std::uint32_t& frames) {
+CallResult WindowsPlaybackDevice::queuedFrames(std::uint32_t& frames) {
     UINT32 padding = 0;
     const HRESULT code = output.client->GetCurrentPadding(&padding);
     frames = padding;
     return {"IAudioClient::GetCurrentPadding", code};
 }
 
-CallResult WindowsAudioDevice::acquireBuffer(std::uint32_t frames, std::byte*& data) {
+CallResult WindowsPlaybackDevice::acquireBuffer(std::uint32_t frames, std::byte*& data) {
     BYTE* buffer = nullptr;
     const HRESULT code = render->GetBuffer(frames, &buffer);
     data = reinterpret_cast<std::byte*>(buffer);
     return {"IAudioRenderClient::GetBuffer", code};
 }
 
-CallResult WindowsAudioDevice::releaseBuffer(std::uint32_t frames, bool silent) {
+CallResult WindowsPlaybackDevice::releaseBuffer(std::uint32_t frames, bool silent) {
     const DWORD flags = silent ? AUDCLNT_BUFFERFLAGS_SILENT : 0;
     return {"IAudioRenderClient::ReleaseBuffer", render->ReleaseBuffer(frames, flags)};
 }
 
-bool WindowsAudioDevice::defaultDeviceChanged() { return watch.changed(); }
+bool WindowsPlaybackDevice::defaultDeviceChanged() { return watch.changed(); }
 
-std::int64_t WindowsAudioDevice::clockNanoseconds() {
+std::int64_t WindowsPlaybackDevice::clockNanoseconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
 }

@@ -1,4 +1,4 @@
-#include "audio/stream.h"
+#include "audio/open_stream.h"
 
 #include <windows.h>
 
@@ -36,7 +36,7 @@ bool initializeWithShortestPeriod(IAudioClient& client, const WaveFormat& format
 
 } // namespace
 
-CallResult activateDefaultDevice(AudioSystem& system, IAudioClient*& client) {
+CallResult activateDefaultDevice(SystemCalls& system, IAudioClient*& client) {
     IMMDeviceEnumerator* created = nullptr;
     const CallResult enumeratorResult = system.createEnumerator(created);
     if (enumeratorResult.failed()) {

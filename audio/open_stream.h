@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "audio/audio_system.h"
 #include "audio/call_result.h"
+#include "audio/system_calls.h"
 #include "audio/wave_format.h"
 
 struct IAudioClient;
@@ -14,7 +14,7 @@ namespace dunkman {
 // again; after a failure nothing is held.
 
 // The default output device's stream, not yet initialised; the caller releases it.
-CallResult activateDefaultDevice(AudioSystem& system, IAudioClient*& client);
+CallResult activateDefaultDevice(SystemCalls& system, IAudioClient*& client);
 
 // Event-driven in shared mode: with the engine's shortest period where the system can do that, else with the
 // default period and the engine's own format conversion.
