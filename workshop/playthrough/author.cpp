@@ -13,7 +13,7 @@
 #include "tools/headless/runner.h"
 #include "workshop/playthrough/pilot.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -98,4 +98,4 @@ std::string keyScriptOf(const Performance& performance) {
     return text;
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -8,7 +8,7 @@
 #include "tools/headless/key_script.h"
 #include "workshop/playthrough/plan.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 // A game played by a pilot on the simulated machine.
 struct Performance {
@@ -35,4 +35,4 @@ Performance perform(const std::vector<Intention>& plan, const Conditions& condit
 // the hero's death and always one in the very step of it: every step before is then shown.
 std::string keyScriptOf(const Performance& performance);
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -8,7 +8,7 @@
 #include "world/camera.h"
 #include "world/world.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -199,4 +199,4 @@ Wish throwingWish(const Manner& manner) {
     return wish;
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -2,7 +2,7 @@
 
 #include "workshop/playthrough/hands.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 // How a fighter fights. `glide`: for how many seconds of its speed the hero moves on after a change of mind,
 // by friction and by slow fingers.
@@ -19,4 +19,4 @@ Wish throwingWish(const Manner& manner);
 // Runs away from whoever is near, along the beach and round them at its ends.
 Wish kitingWish();
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

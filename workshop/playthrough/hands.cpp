@@ -2,7 +2,7 @@
 
 #include "base/key_states.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -55,4 +55,4 @@ void Hands::tap(Finger& finger, bool wanted) {
     }
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

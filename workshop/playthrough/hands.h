@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <set>
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 // What a player wants of the keys in one step.
 struct Wish {
@@ -39,4 +39,4 @@ private:
     std::set<std::int32_t> down;
 };
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

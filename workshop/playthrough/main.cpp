@@ -54,15 +54,15 @@ bool readArguments(int count, char** words, Arguments& arguments) {
 class Report {
 public:
     bool operator()(std::int64_t step, int planLine) {
-        const Player& hero = recording::hero();
+        const Player& hero = playthrough::hero();
         const std::size_t kills = world.objectsOfType(ObjectType::ZombieDead).size();
         const bool armed = static_cast<bool>(hero.heldWeapon);
         if (planLine != lastLine || hero.health != lastHealth || kills != lastKills || armed != lastArmed) {
             std::printf("%7.2f s  x %6.2f y %5.2f  plan line %3d  hearts %d  corpses %zu  %s%s\n",
                         static_cast<double>(step) / 60.0, hero.position.x, hero.position.y, planLine,
                         hero.health, kills,
-                        armed ? (recording::holdsRangedWeapon() ? "pineapple" : "flamingo") : "unarmed",
-                        recording::cameraIsHeld() ? "  held" : "");
+                        armed ? (playthrough::holdsRangedWeapon() ? "pineapple" : "flamingo") : "unarmed",
+                        playthrough::cameraIsHeld() ? "  held" : "");
         }
         lastLine = planLine;
         lastHealth = hero.health;
@@ -79,19 +79,19 @@ private:
 };
 
 int author(const Arguments& arguments) {
-    const std::vector<recording::Intention> plan = recording::readPlanFile(arguments.plan);
+    const std::vector<playthrough::Intention> plan = playthrough::readPlanFile(arguments.plan);
     std::ofstream file(arguments.keys, std::ios::binary);
     std::filesystem::current_path(arguments.data);
-    const recording::Watcher watcher =
-        arguments.verbose ? recording::Watcher(Report()) : recording::Watcher();
-    recording::Conditions conditions;
+    const playthrough::Watcher watcher =
+        arguments.verbose ? playthrough::Watcher(Report()) : playthrough::Watcher();
+    playthrough::Conditions conditions;
     conditions.longest = arguments.seconds * 60;
     conditions.reactionSteps = arguments.reactionSteps;
-    const recording::Performance performance = recording::perform(plan, conditions, watcher);
+    const playthrough::Performance performance = playthrough::perform(plan, conditions, watcher);
     headless::resetProgram();
     file << "# Made by dunkman-author from " << std::filesystem::path(arguments.plan).filename().string()
          << ".\n"
-         << recording::keyScriptOf(performance);
+         << playthrough::keyScriptOf(performance);
     file.close();
     std::printf("%.2f s, the hero %s\n", static_cast<double>(performance.steps) / 60.0,
                 performance.died ? "died" : "lives");

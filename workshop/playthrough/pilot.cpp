@@ -7,7 +7,7 @@
 #include "workshop/playthrough/senses.h"
 #include "world/world.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -234,4 +234,4 @@ bool Pilot::fightIsOver(const Intention& intention) const {
     }
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

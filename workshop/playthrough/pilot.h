@@ -9,7 +9,7 @@
 #include "workshop/playthrough/hands.h"
 #include "workshop/playthrough/plan.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 // Plays the game by a plan: looks at the world before each step and answers which keys are down in it. Always
 // decides the same for the same world.
@@ -51,4 +51,4 @@ private:
     bool wasBusy = false; // the weapon swung in the step before
 };
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <utility>
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -146,4 +146,4 @@ std::vector<Intention> readPlanFile(const std::string& path) {
     return readPlan(text.str(), path);
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

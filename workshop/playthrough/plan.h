@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 // A plan that cannot be read. what() is "NAME:LINE: message".
 class PlanError : public std::runtime_error {
@@ -44,4 +44,4 @@ struct Intention {
 std::vector<Intention> readPlan(std::string_view text, const std::string& name);
 std::vector<Intention> readPlanFile(const std::string& path);
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -8,7 +8,7 @@
 #include "world/ranged_weapon.h"
 #include "world/world.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 namespace {
 
@@ -130,4 +130,4 @@ const Zombie* throwTarget(double facing) {
     return nullptr;
 }
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -7,7 +7,7 @@
 #include "world/zombie.h"
 
 // What a player sees on the screen: the pilot knows the world through these questions only.
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 
 const Player& hero();
 
@@ -43,4 +43,4 @@ const Weapon* weaponInReach();
 // The zombie that a throw in the direction would hit first, if the zombies walk on as they do; null for none.
 const Zombie* throwTarget(double facing);
 
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

@@ -19,8 +19,8 @@ constexpr double lastFight = 85.0;
 constexpr std::int64_t fiveMinutes = 5 * 60 * 60; // steps
 constexpr int quickReaction = 12;                 // steps, 0.2 s
 
-const recording::Conditions oneStep = {1, 0, {}};
-const recording::Conditions humanPlayer = {fiveMinutes, quickReaction, {}};
+const playthrough::Conditions oneStep = {1, 0, {}};
+const playthrough::Conditions humanPlayer = {fiveMinutes, quickReaction, {}};
 
 // Picks up what is nearest and takes no risks; knows nothing of the level but how far it goes.
 constexpr const char* carefulPlan = "take flamingo\n"
@@ -38,7 +38,7 @@ protected:
     // The x of every line that starts a fight, from left to right.
     static std::vector<double> fightLines() {
         std::vector<double> lines;
-        recording::perform({}, oneStep, [&](std::int64_t, int) {
+        playthrough::perform({}, oneStep, [&](std::int64_t, int) {
             world.walk<Arena>([&](const Arena& arena) { lines.push_back(arena.position.x); });
             return true;
         });
@@ -66,25 +66,25 @@ TEST_F(Balance, HasSixFights) {
 
 TEST_F(Balance, CarefulPlayerReachesTheLastFightWithThreeHearts) {
     int hearts = -1;
-    const std::vector<recording::Intention> plan = recording::readPlan(carefulPlan, "carefulPlan");
-    recording::perform(plan, humanPlayer, [&](std::int64_t, int) {
-        hearts = recording::hero().health;
-        return recording::hero().position.x <= lastFight;
+    const std::vector<playthrough::Intention> plan = playthrough::readPlan(carefulPlan, "carefulPlan");
+    playthrough::perform(plan, humanPlayer, [&](std::int64_t, int) {
+        hearts = playthrough::hero().health;
+        return playthrough::hero().position.x <= lastFight;
     });
-    EXPECT_GT(recording::hero().position.x, lastFight);
+    EXPECT_GT(playthrough::hero().position.x, lastFight);
     EXPECT_GE(hearts, 3);
 }
 
 TEST_F(Balance, LastFightOverrunsACarefulPlayerToo) {
-    const recording::Performance performance =
-        recording::perform(recording::readPlan(carefulPlan, "carefulPlan"), humanPlayer);
+    const playthrough::Performance performance =
+        playthrough::perform(playthrough::readPlan(carefulPlan, "carefulPlan"), humanPlayer);
     EXPECT_TRUE(performance.died);
 }
 
 TEST_F(Balance, StandingStillIsDeathInEveryFight) {
     for (const double line : fightLines()) {
-        const recording::Performance performance =
-            recording::perform({}, {fiveMinutes, 0, [line] { standAt(line); }});
+        const playthrough::Performance performance =
+            playthrough::perform({}, {fiveMinutes, 0, [line] { standAt(line); }});
         EXPECT_TRUE(performance.died) << "the fight that starts at x = " << line;
     }
 }

@@ -4,7 +4,7 @@
 
 #include "base/key_states.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 namespace {
 
 Wish rightWish() {
@@ -45,4 +45,4 @@ TEST(Hands, DirectionsAreTheArrowKeys) {
 }
 
 } // namespace
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

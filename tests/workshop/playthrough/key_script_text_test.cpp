@@ -2,7 +2,7 @@
 
 #include "workshop/playthrough/author.h"
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 namespace {
 
 TEST(KeyScriptOf, EndsInTheStepOfDeathByLettingGo) {
@@ -29,4 +29,4 @@ TEST(KeyScriptOf, AddsNothingToAGameThatGoesOn) {
 }
 
 } // namespace
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough

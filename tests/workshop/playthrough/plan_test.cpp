@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace dunkman::recording {
+namespace dunkman::playthrough {
 namespace {
 
 std::string errorOf(std::string_view text) {
@@ -47,4 +47,4 @@ TEST(Plan, ErrorsNameTheLine) {
 }
 
 } // namespace
-} // namespace dunkman::recording
+} // namespace dunkman::playthrough
