@@ -39,11 +39,27 @@ std::int64_t stepsDue(double seconds) {
     return static_cast<std::int64_t>(std::min(std::floor(seconds / frameDelta), maxStepsPerIteration));
 }
 
+// While it lives, clearing and drawing leave no pixels behind; every other effect of a call stays.
+class PixelsDiscarded {
+public:
+    PixelsDiscarded() { glEnable(GL_RASTERIZER_DISCARD); }
+    ~PixelsDiscarded() { glDisable(GL_RASTERIZER_DISCARD); }
+    PixelsDiscarded(const PixelsDiscarded&) = delete;
+    PixelsDiscarded& operator=(const PixelsDiscarded&) = delete;
+};
+
 void runReplaySteps(double now) {
     frameDelta = fixedStep;
     const double due = now - previousTime + carriedRemainder;
     for (std::int64_t done = 0; done < stepsDue(due); ++done) {
-        runFrame();
+        const bool isLast = done + 1 >= stepsDue(due);
+        if (isLast) {
+            runFrame();
+        } else {
+            // The next step clears what this one would draw before any swap can show it.
+            const PixelsDiscarded unseen;
+            runFrame();
+        }
     }
     // Not the time left over by the steps that ran: what is due beyond three steps is dropped on purpose.
     carriedRemainder = std::fmod(due, frameDelta);

@@ -1,6 +1,8 @@
 #include "app/main_loop.h"
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "base/frame_state.h"
 #include "base/key_states.h"
@@ -144,6 +146,61 @@ TEST_F(MainLoop, ElapsedTimeIsTheSameForAllStepsOfAnIteration) {
     ASSERT_EQ(count, 2);
     EXPECT_EQ(seen[0], 0.04);
     EXPECT_EQ(seen[1], 0.04);
+}
+
+std::vector<std::string> pixelLog;
+
+void noteEnable(GLenum capability) {
+    if (capability == GL_RASTERIZER_DISCARD) {
+        pixelLog.emplace_back("off");
+    }
+}
+
+void noteDisable(GLenum capability) {
+    if (capability == GL_RASTERIZER_DISCARD) {
+        pixelLog.emplace_back("on");
+    }
+}
+
+void noteClear(GLbitfield) { pixelLog.emplace_back("clear"); }
+
+class PixelsOfTheMainLoop : public MainLoop {
+protected:
+    void watchPixels(InputMode mode) {
+        startWithProbe(mode);
+        pixelLog.clear();
+        glEnable = noteEnable;
+        glDisable = noteDisable;
+        glClear = noteClear;
+        probe.onRender = [] { pixelLog.emplace_back("render"); };
+    }
+};
+
+TEST_F(PixelsOfTheMainLoop, AreDiscardedInAllStepsButTheOneThatTheSwapShows) {
+    watchPixels(InputMode::Replay);
+    iterateAfter(3 * stepNanoseconds);
+    const std::vector<std::string> expected = {"off",   "clear",  "render", "on",    "off",
+                                               "clear", "render", "on",     "clear", "render"};
+    EXPECT_EQ(pixelLog, expected);
+}
+
+TEST_F(PixelsOfTheMainLoop, StayOnInAReplayThatKeepsUp) {
+    watchPixels(InputMode::Replay);
+    iterateAfter(stepNanoseconds);
+    EXPECT_EQ(pixelLog, (std::vector<std::string>{"clear", "render"}));
+}
+
+TEST_F(PixelsOfTheMainLoop, StayOnInALiveGameHoweverLateAStepIs) {
+    watchPixels(InputMode::Live);
+    iterateAfter(3 * stepNanoseconds);
+    EXPECT_EQ(pixelLog, (std::vector<std::string>{"clear", "render"}));
+}
+
+TEST_F(PixelsOfTheMainLoop, AreBackOnWhenAStepEndsTheProgram) {
+    watchPixels(InputMode::Replay);
+    probe.onUpdate = [] { currentScreen = nullptr; };
+    EXPECT_THROW(iterateAfter(3 * stepNanoseconds), simulated::ProgramExit);
+    EXPECT_EQ(pixelLog, (std::vector<std::string>{"off", "clear", "on"}));
 }
 
 } // namespace
