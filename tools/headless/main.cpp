@@ -1,7 +1,9 @@
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -9,6 +11,7 @@
 
 #include "base/fatal.h"
 #include "tools/console/binary_stdout.h"
+#include "tools/headless/expected_trace.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
 
@@ -19,10 +22,37 @@ using namespace dunkman;
 constexpr int exitFatal = 1;
 constexpr int exitUsage = 2;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+// Where a trace is printed. What a full disk refuses stops the run: a trace that is not whole must not pass for one.
+class TraceFile {
+public:
+    // An empty path is standard output.
+    explicit TraceFile(const std::string& path)
+        : name(path.empty() ? "standard output" : path),
+          file(path.empty() ? stdout : std::fopen(path.c_str(), "wb")) {
+        if (file == nullptr) {
+            throw headless::UsageError("--out: " + path + " cannot be written");
+        }
+    }
+    ~TraceFile() {
+        if (file != stdout) {
+            std::fclose(file);
+        }
+    }
+    TraceFile(const TraceFile&) = delete;
+    TraceFile& operator=(const TraceFile&) = delete;
+
+    void write(std::string_view text) {
+        if (std::fwrite(text.data(), 1, text.size(), file) != text.size() || std::fflush(file) != 0) {
+            throw std::runtime_error("The trace could not be written whole to " + name + ": " +
+                                     std::generic_category().message(errno) +
+                                     ". Make room or name another file with --out.");
+        }
+    }
+
+private:
+    std::string name;
+    std::FILE* file;
 };
-using OutputFile = std::unique_ptr<std::FILE, CloseFile>;
 
 // The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
 struct ResetAtEnd {
@@ -38,13 +68,11 @@ int runWith(const headless::Options& options) {
     if (!options.keysPath.empty()) {
         keyScript = headless::KeyScript::readFile(options.keysPath);
     }
-    OutputFile file;
-    if (!options.outputPath.empty()) {
-        file.reset(std::fopen(options.outputPath.c_str(), "wb"));
-        if (!file) {
-            throw headless::UsageError("--out: " + options.outputPath + " cannot be written");
-        }
+    std::optional<headless::ExpectedTrace> expected;
+    if (!options.expectedPath.empty()) {
+        expected.emplace(options.expectedPath);
     }
+    TraceFile file(options.outputPath);
     std::error_code error;
     std::filesystem::current_path(options.dataFolder, error);
     if (error) {
@@ -52,11 +80,12 @@ int runWith(const headless::Options& options) {
     }
     simulated::makeStandardOutputBinary();
     const ResetAtEnd resetAtEnd;
-    std::FILE* const output = file ? file.get() : stdout;
-    headless::run(options, std::move(keyScript), [output](std::string_view text) {
-        std::fwrite(text.data(), 1, text.size(), output);
-        std::fflush(output);
-    });
+    if (expected) {
+        headless::run(options, std::move(keyScript), [&](std::string_view text) { expected->compare(text); });
+        expected->finish();
+    } else {
+        headless::run(options, std::move(keyScript), [&](std::string_view text) { file.write(text); });
+    }
     return 0;
 }
 

@@ -17,7 +17,8 @@ const char* const usage =
     "  --size WxH                   client size in pixels (1920x1080)\n"
     "  --keys FILE                  simulated keyboard: lines \"ITERATION CODE down|up\", CODE like 0x57\n"
     "  --trace LIST                 any of screen,keys,world,draws (screen)\n"
-    "  --out FILE                   write the trace there (standard output)\n";
+    "  --out FILE                   write the trace there (standard output)\n"
+    "  --expect FILE                print no trace; stop at the first line that FILE has otherwise\n";
 
 namespace {
 
@@ -105,6 +106,8 @@ Options parseOptions(int argumentCount, const char* const* arguments) {
             parseTraceList(value, options);
         } else if (option == "--out") {
             options.outputPath = value;
+        } else if (option == "--expect") {
+            options.expectedPath = value;
         } else {
             throw UsageError("unknown option \"" + std::string(option) + "\"");
         }
@@ -112,6 +115,9 @@ Options parseOptions(int argumentCount, const char* const* arguments) {
     if (options.stepNanoseconds != 0 &&
         options.iterations > std::numeric_limits<std::int64_t>::max() / options.stepNanoseconds) {
         throw UsageError("--iterations times --step-ns is more than the clock can hold");
+    }
+    if (!options.outputPath.empty() && !options.expectedPath.empty()) {
+        throw UsageError("--out and --expect exclude each other: with --expect no trace is written");
     }
     return options;
 }

@@ -27,7 +27,8 @@ struct Options {
     bool traceKeys = false;
     bool traceWorld = false;
     bool traceDraws = false;
-    std::string outputPath; // empty: standard output
+    std::string outputPath;   // empty: standard output
+    std::string expectedPath; // a stored trace to hold the run against instead of printing it; empty: none
 };
 
 // Throws UsageError.

@@ -1,5 +1,6 @@
 #include "tools/headless/trace.h"
 
+#include <exception>
 #include <utility>
 
 #include "base/frame_state.h"
@@ -58,7 +59,14 @@ Trace::Trace(const Options& traceOptions, TraceSink traceOutput)
 Trace::~Trace() {
     simulated::setDrawTrace({});
     frameObserver = nullptr;
-    flush();
+    if (text.empty()) {
+        return;
+    }
+    try {
+        flush(); // what happened before the game stopped
+    } catch (const std::exception&) {
+        // The message that stopped the game is already on its way.
+    }
 }
 
 void Trace::inputApplied() {

@@ -10,7 +10,8 @@
 
 namespace dunkman::headless {
 
-// Takes the trace piece by piece; a piece is any number of bytes, not a line. Lines end in LF on every platform.
+// Takes the trace piece by piece; a piece is any number of bytes, not a line. Lines end in LF on every platform. What it
+// throws ends the run.
 using TraceSink = std::function<void(std::string_view text)>;
 
 // Prints what the options ask for while steps run.
