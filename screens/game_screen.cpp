@@ -1,5 +1,7 @@
 #include "screens/game_screen.h"
 
+#include <algorithm>
+
 #include "base/fatal.h"
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
@@ -24,6 +26,8 @@ constexpr float farPlane = 1000.0f;
 constexpr double heartHeight = 0.5;
 constexpr double heartGap = 0.2;
 constexpr double heartMarginLeft = 0.4;
+// More than any view holds: with the gap alone for a width, 88 reach its right edge.
+constexpr std::int32_t mostHearts = 1000;
 
 constexpr Matrix4 identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
@@ -41,7 +45,7 @@ void drawHearts(std::int32_t health) {
     heart.size = {heartHeight * aspectOf(heart.texture), heartHeight};
     heart.position.x = -9.0 + heartMarginLeft + heart.size.x / 2.0;
     heart.position.y = 9.0 / aspectRatio - 0.25 - 0.2;
-    for (std::int32_t i = 0; i < health; ++i) {
+    for (std::int32_t i = 0; i < std::min(health, mostHearts); ++i) {
         heart.drawScaled({1.0, 1.0}, exactSin(elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
         heart.position.x += heart.size.x + heartGap;
     }
@@ -59,22 +63,13 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
     const float depthOffset = -(2.0f * farPlane * nearPlane) / (farPlane - nearPlane);
     // The view moves the world by (-x, -y, -10).
     const auto distance = static_cast<float>(cameraDistance);
-    return {scaleX,
-            0,
-            0,
-            0,
-            0,
-            scaleY,
-            0,
-            0,
-            0,
-            0,
-            depthScale,
-            -1,
-            scaleX * -static_cast<float>(lookX),
-            scaleY * -static_cast<float>(lookY),
-            depthScale * -distance + depthOffset,
-            distance};
+    // clang-format off
+    return {scaleX, 0, 0, 0,
+            0, scaleY, 0, 0,
+            0, 0, depthScale, -1,
+            scaleX * -static_cast<float>(lookX), scaleY * -static_cast<float>(lookY),
+                depthScale * -distance + depthOffset, distance};
+    // clang-format on
 }
 
 Matrix4 healthViewProjection() {

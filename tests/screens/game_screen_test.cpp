@@ -1,6 +1,7 @@
 #include "screens/game_screen.h"
 
 #include <cmath>
+#include <limits>
 
 #include "base/frame_state.h"
 #include "tests/fakes/program_fixture.h"
@@ -95,6 +96,13 @@ TEST_F(GameScreenTest, HeartsStandInTheUpperLeftCornerWithTheirGap) {
     EXPECT_NEAR(row[1].pos[0] - row[0].pos[0], 0.7, 1e-5);
     EXPECT_NEAR(row[0].dest[3], 0.5, 1e-6);
     EXPECT_EQ(row[0].flags, 2u); // upright, and no overlay: the class's own defaults
+}
+
+TEST_F(GameScreenTest, HeartsFarRightOfTheViewAreNotDrawn) {
+    hero().health = std::numeric_limits<std::int32_t>::max();
+    const std::vector<DrawnSprite> row = hearts();
+    EXPECT_EQ(row.size(), 1000u);
+    EXPECT_GT(row.back().pos[0], 9.0);
 }
 
 TEST_F(GameScreenTest, HeartsRockOneAfterTheOther) {
