@@ -42,6 +42,21 @@ function(dunkman_test name)
     set_tests_properties(${DUNKMAN_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
+# dunkman_command_test(NAME COMMAND WORDS ... [NEEDS TARGETS ...] [TIMEOUT SECONDS]): a command of another kind as a test,
+# run in the source folder. The target NAME builds the programs that it needs.
+function(dunkman_command_test name)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "COMMAND;NEEDS" ${ARGN})
+    add_custom_target(${name})
+    add_dependencies(dunkman_tests ${name})
+    foreach(program IN LISTS ARG_NEEDS)
+        add_dependencies(${name} ${program})
+    endforeach()
+    add_test(NAME ${DUNKMAN_TEST_PREFIX}${name} COMMAND ${ARG_COMMAND} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    if(ARG_TIMEOUT)
+        set_tests_properties(${DUNKMAN_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+    endif()
+endfunction()
+
 # dunkman_benchmark(NAME SOURCES ... [LINKS ...]): a Google Benchmark program; never part of the tests.
 function(dunkman_benchmark name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})

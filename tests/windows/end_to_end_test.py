@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Drives the real game in a real window with real key events.
 
-    end_to_end_test.py FOLDER      FOLDER holds dunkman.exe, dunkman-live.exe and dunkman-record.exe
+    end_to_end_test.py FOLDER      FOLDER holds dunkman.exe, dunkman-live.exe, dunkman-record.exe and resize-window.exe
 
 Needs a display, Wine and xdotool; tools/with-desktop brings them up. Each program runs in a copy of the data directory
 with a short scene: a hero with few hearts left and a zombie beside him, who finds him wherever he has run to: recording
@@ -20,7 +20,7 @@ import unittest
 
 PROGRAMS = os.path.abspath(sys.argv.pop(1))
 DATA = os.path.abspath("data")
-SMALL_WINDOW = ("480", "270")  # pixels: software rendering keeps up with it
+SMALL_WINDOW = "480x270"  # pixels: software rendering keeps up with it
 PATIENCE = 240  # seconds that any single wait may take on a busy machine
 
 SHORT_SCENE = """[
@@ -94,7 +94,10 @@ class Game:
             self.window = ids[0] if ids else None
             return self.window is not None
         self.wait(found, "the window")
-        xdotool("windowsize", self.window, *SMALL_WINDOW)
+        resize = os.path.join(PROGRAMS, "resize-window.exe")
+        resized = subprocess.run(["wine", resize, self.program, SMALL_WINDOW], capture_output=True, text=True, check=False)
+        if resized.returncode != 0:
+            raise AssertionError(resized.stderr)
         xdotool("windowfocus", self.window)
 
     def hold(self, key, seconds):

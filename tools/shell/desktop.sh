@@ -1,4 +1,4 @@
-# Sourced by commands that run Windows programs: a Wine prefix of the project's own, and where the machine has none, a
+# Sourced by commands that run Windows programs, after report.sh: a Wine prefix of the project's own, and where the machine has none, a
 # virtual display and a null sound device. Everything started here is ended by end_desktop, and nothing else.
 
 desktop_processes=()
@@ -36,8 +36,15 @@ start_display() {
     export LIBGL_ALWAYS_SOFTWARE=1
 }
 
+# resize_window PROGRAM.exe WIDTHxHEIGHT: gives the window of the program of that path, when it is up, that size. It is
+# asked for from the Windows side: from the X server's, Wine 10 takes it for a window that fills the screen no more.
+resize_window() {
+    wine "$(dirname "$1")/resize-window.exe" "$(basename "$1")" "$2" >/dev/null 2>&1 </dev/null
+}
+
 # start_sound: a PulseAudio server of our own with a null sink as the default device.
 start_sound() {
+    command -v pulseaudio >/dev/null || { say "no sound server of our own here: the machine's is used"; return; }
     local runtime=$desktop_folder/pulse
     mkdir -p "$runtime"
     env -u PULSE_SERVER XDG_RUNTIME_DIR="$runtime" PULSE_RUNTIME_PATH="$runtime" HOME="$runtime" \

@@ -1,56 +1,123 @@
-# Sourced by the commands at the root: installs what a fresh Debian machine lacks.
+# Sourced by commands, after report.sh: which packages they need, and how a Debian machine gets them.
 
 packages_windows_build="g++-mingw-w64-x86-64-posix cmake ninja-build"
+packages_windows_clang_build="$packages_windows_build clang"
+packages_native_build="g++ cmake ninja-build"
+packages_sanitize_build="clang libclang-rt-dev cmake ninja-build"
 packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good"
-packages_display="xvfb xdotool x11-utils imagemagick"
+packages_display="xvfb xdotool imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
-packages_tests="googletest libbenchmark-dev libmpfr-dev libpng-dev khronos-api glslang-tools librsvg2-bin python3"
-packages_native_build="g++ clang libclang-rt-dev cmake ninja-build"
+packages_tests="googletest python3"
+packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools"
+packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
 
-say() { printf '%s: %s\n' "$(basename "$0")" "$*"; }
+# Each: the name in Debian 12 and 13, what shows that it is there (a command, a file, or - for what cannot be seen), and
+# what it is for. On other systems this list is what people are told.
+package_table="
+g++                         g++                           compiler of the native programs
+g++-mingw-w64-x86-64-posix  x86_64-w64-mingw32-g++-posix  compiler and libraries of the Windows programs
+clang                       clang++                       second compiler, and the one with the sanitizers
+libclang-rt-dev             -                             address, undefined-behaviour and thread sanitizer
+cmake                       cmake                         build files, 3.25 or later
+ninja-build                 ninja                         builds
+wine                        wine                          runs the Windows programs
+wine64                      -                             its 64-bit part
+libgl1                      -                             OpenGL, as Wine looks for it
+libgl1-mesa-dri             -                             OpenGL 4.5 in software
+libglx-mesa0                -                             OpenGL on an X display
+gstreamer1.0-plugins-base   -                             music: sample conversion under Wine's Media Foundation
+gstreamer1.0-plugins-good   -                             music: MP3 decoder under Wine's Media Foundation
+xvfb                        Xvfb                          virtual display
+xdotool                     xdotool                       keys and clicks on the virtual display
+imagemagick                 import                        screenshots
+pulseaudio                  pulseaudio                    sound server with a null device
+pulseaudio-utils            pactl                         asks whether there is a sound server
+googletest                  /usr/src/googletest           test library, as sources
+libbenchmark-dev            /usr/include/benchmark        benchmark library
+libmpfr-dev                 /usr/include/mpfr.h           exact functions to hold ours against
+libpng-dev                  /usr/include/png.h            pictures that textures are made from
+librsvg2-bin                rsvg-convert                  draws SVG
+khronos-api                 /usr/share/khronos-api        registry of OpenGL, held against our loader
+glslang-tools               glslangValidator              a second opinion on the shaders
+python3                     python3                       checks and asset tools
+python3-numpy               -                             arithmetic of the music tools and of the sound check
+fonts-dejavu-core           -                             captions of the contact sheets
+fluidsynth                  fluidsynth                    plays scores
+fluid-soundfont-gm          /usr/share/sounds/sf2         instruments
+sox                         sox                           mixes stems
+libsox-fmt-mp3              -                             MP3 in sox
+lame                        lame                          MP3 encoder
+ffmpeg                      ffmpeg                        MP3 decoder to compare with
+debootstrap                 debootstrap                   makes a bare Debian to try things in
+git                         git                           the project's history
+"
 
-# need_packages PACKAGE...: installs those that are missing, as root or through sudo; otherwise lists them and stops.
-need_packages() {
-    local missing=() package
+# describe_packages PACKAGE...: a line for each, with what it is for.
+describe_packages() {
+    local package
     for package in "$@"; do
-        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
-            missing+=("$package")
-        fi
+        awk -v package="$package" '
+            $1 == package { sub(/^[^ ]+ +[^ ]+ +/, ""); purpose = $0 }
+            END { printf "  %-28s%s\n", package, purpose }' <<<"$package_table"
+    done
+}
+
+# is_present PACKAGE: by its command or file, on a system without Debian's list of packages.
+is_present() {
+    local sign
+    sign=$(awk -v package="$1" '$1 == package { print $2 }' <<<"$package_table")
+    case ${sign:-$1} in
+        -) return 0 ;;
+        /*) [ -e "$sign" ] ;;
+        *) command -v "${sign:-$1}" >/dev/null ;;
+    esac
+}
+
+is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'ok installed'; }
+
+# need_packages PACKAGE...: installs those that are missing, as root or through sudo. Where that is not possible it lists
+# them, with what they are for, and stops.
+need_packages() {
+    local missing=() package look=is_installed
+    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || look=is_present
+    for package in $(printf '%s\n' "$@" | sort -u); do
+        $look "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
+    if [ $look = is_present ]; then
+        say "this is no Debian system, and these are missing (by their names there):"
+        describe_packages "${missing[@]}"
+        exit 1
+    fi
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         if ! sudo -n true 2>/dev/null && ! { [ -t 0 ] && command -v sudo >/dev/null; }; then
-            say "these packages are missing and only root may install them: ${missing[*]}"
+            say "these packages are missing, and only root may install them:"
+            describe_packages "${missing[@]}"
+            say "as root: apt-get install --no-install-recommends ${missing[*]}"
             exit 1
         fi
         as_root=(sudo)
     fi
     say "installing ${missing[*]}"
-    local log
+    local log apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o Acquire::Retries=3)
     log=$(mktemp)
-    if ! { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update &&
-           "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; } \
-         >"$log" 2>&1; then
+    # Nothing that somebody uses may go for it.
+    if ! { "${apt[@]}" update && "${apt[@]}" install -y --no-remove --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
         cat "$log" >&2
+        rm -f "$log"
         say "the packages could not be installed"
         exit 1
     fi
     rm -f "$log"
 }
 
-# configure_and_build PRESET TESTS [TARGET...]: TESTS is ON or OFF; building them needs more packages. Quiet when all is
-# well, the end of the log when not.
-configure_and_build() {
-    local preset=$1 tests=$2 log
-    shift 2
-    local targets=()
-    [ $# -gt 0 ] && targets=(--target "$@")
-    log=build/$preset.log
-    mkdir -p build
-    if ! { cmake --preset "$preset" -DDUNKMAN_TESTS="$tests" -DDUNKMAN_WARNINGS_AS_ERRORS="${warnings_as_errors:-OFF}" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
-        tail -n 60 "$log" >&2
-        say "the $preset build failed; the whole log is in $log"
-        exit 1
+# need_sound: a sound server of our own, but not where it would push out the one that a desktop comes with.
+need_sound() {
+    if is_installed pipewire-audio; then
+        need_packages pulseaudio-utils
+    else
+        # shellcheck disable=SC2086
+        need_packages $packages_sound
     fi
 }
