@@ -30,17 +30,17 @@ KeyChanges readChanges(const JsonValue& list) {
     for (const JsonValue& change : list.asArray()) {
         const auto key = static_cast<std::int32_t>(change.get("key").asInteger());
         const auto state = static_cast<std::int32_t>(change.get("state").asInteger());
-        changes[key] = static_cast<KeyState>(state);
+        changes.push_back({key, static_cast<KeyState>(state)});
     }
     return changes;
 }
 
 JsonValue writeChanges(const KeyChanges& changes) {
     JsonValue list = JsonValue::makeArray();
-    for (const auto& [key, state] : changes) {
+    for (const KeyChange& changed : changes) {
         JsonValue change = JsonValue::makeObject();
-        change.member("key") = JsonValue::makeInteger(key);
-        change.member("state") = JsonValue::makeInteger(static_cast<std::int32_t>(state));
+        change.member("key") = JsonValue::makeInteger(changed.virtualKey);
+        change.member("state") = JsonValue::makeInteger(static_cast<std::int32_t>(changed.state));
         list.append() = std::move(change);
     }
     return list;
@@ -86,8 +86,8 @@ void replayStep() {
     const std::uint64_t step = gameStep;
     gameStep += 1;
     if (replayIndex < recording.size() && recording[replayIndex].frame == step) {
-        for (const auto& [key, state] : recording[replayIndex].newKeyStates) {
-            keyState(key) = state;
+        for (const KeyChange& change : recording[replayIndex].newKeyStates) {
+            keyState(change.virtualKey) = change.state;
         }
         replayIndex += 1;
     }

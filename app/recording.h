@@ -11,7 +11,7 @@ namespace dunkman {
 
 struct InputRecord {
     std::uint64_t frame = 0; // index of the game step, from 0
-    KeyChanges newKeyStates; // the keys that changed in that step
+    KeyChanges newKeyStates; // the keys that changed in that step; their order means nothing to a replay
 };
 
 extern std::vector<InputRecord> recording; // in ascending frame order

@@ -39,7 +39,7 @@ void sampleKey(std::int32_t virtualKey, bool isDown, KeyChanges* recorder) {
     if (newState != state) {
         state = newState;
         if (recorder != nullptr) {
-            (*recorder)[virtualKey] = newState;
+            recorder->push_back({virtualKey, newState});
         }
     }
 }
@@ -47,6 +47,12 @@ void sampleKey(std::int32_t virtualKey, bool isDown, KeyChanges* recorder) {
 void ageKeyStates() {
     for (auto& entry : keyStates) {
         entry.second = static_cast<KeyState>(bits(entry.second) & downBit);
+    }
+}
+
+void releaseAllKeys() {
+    for (auto& entry : keyStates) {
+        entry.second = KeyState::Up;
     }
 }
 

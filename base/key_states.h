@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <vector>
 
 // What every polled key did in this simulation step. Main thread only.
 namespace dunkman {
@@ -26,13 +27,21 @@ inline constexpr std::int32_t up = 0x26, left = 0x25, down = 0x28, right = 0x27;
 inline constexpr std::int32_t x = 0x58, z = 0x5A, space = 0x20, enter = 0x0D, escape = 0x1B;
 } // namespace keys
 
-// The keys sampled each step, in sampling order, which is also the order of changes within a recorded step.
+// The keys sampled each step, in sampling order.
 inline constexpr std::array<std::int32_t, 13> polledKeys = {
     keys::w,     keys::a, keys::s, keys::d,     keys::up,    keys::left,  keys::down,
     keys::right, keys::x, keys::z, keys::space, keys::enter, keys::escape};
 
-// Key changes of one step: virtual-key code to new state.
-using KeyChanges = std::map<std::int32_t, KeyState>;
+struct KeyChange {
+    std::int32_t virtualKey = 0;
+    KeyState state = KeyState::Up; // the new one
+
+    bool operator==(const KeyChange&) const = default;
+};
+
+// Key changes of one step, in the order in which sampling found them. Of two changes of one key the later
+// counts.
+using KeyChanges = std::vector<KeyChange>;
 
 // All entries so far, in ascending code order. An entry stays until clearKeyStates.
 const std::map<std::int32_t, KeyState>& allKeyStates();
@@ -56,6 +65,10 @@ void sampleKey(std::int32_t virtualKey, bool isDown, KeyChanges* recorder);
 
 // Pressed becomes Held, Released becomes Up. Runs once per step after rendering.
 void ageKeyStates();
+
+// Every entry becomes Up; none is removed. A key that is still down is then a fresh change to the next
+// sampling.
+void releaseAllKeys();
 
 void clearKeyStates();
 

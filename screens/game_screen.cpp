@@ -4,6 +4,7 @@
 
 #include "base/fatal.h"
 #include "base/frame_state.h"
+#include "base/key_states.h"
 #include "exact/exact_math.h"
 #include "render/gl.h"
 #include "render/image_table.h"
@@ -90,6 +91,11 @@ GameScreen::GameScreen() {
 }
 
 void GameScreen::enter() {
+    // A recorded game begins with no key down, here and when it is replayed: what happens to be held while
+    // the screens change must neither be missing from a recording nor steer a replay.
+    if (inputMode == InputMode::Record || inputMode == InputMode::Replay) {
+        releaseAllKeys();
+    }
     world.clear();
     loadScene();
 }

@@ -11,7 +11,7 @@ class GameScreen final : public GameScreenBase {
 public:
     GameScreen(); // loads the scene once, so that a fault in it shows at start-up
 
-    void enter() override; // starts afresh from the scene file
+    void enter() override; // starts afresh from the scene file; a recorded or replayed game with all keys up
     void update() override;
     void render() override;
 

@@ -6,10 +6,12 @@
 namespace dunkman {
 
 void PauseScreen::update() {
-    if (eitherJustPressed(keys::x, keys::space)) {
+    const bool goesOn = eitherJustPressed(keys::x, keys::space);
+    const bool leaves = findKeyState(keys::escape) == KeyState::Pressed; // entering the game may change it
+    if (goesOn) {
         switchTo(ScreenId::Game);
     }
-    if (findKeyState(keys::escape) == KeyState::Pressed) {
+    if (leaves) {
         switchTo(ScreenId::Menu);
     }
 }

@@ -110,6 +110,38 @@ TEST_F(Recording, KeepsOnlyStepsInWhichAKeyChanged) {
     EXPECT_EQ(recording[1].newKeyStates, (KeyChanges{{keys::d, KeyState::Released}}));
 }
 
+TEST_F(Recording, ListsChangesInTheOrderOfSampling) {
+    start(InputMode::Record);
+    installProbe(ScreenId::Game);
+    for (const std::int32_t key : {keys::enter, keys::right, keys::space, keys::x, keys::a, keys::w}) {
+        press(key);
+    }
+    iterateAfter(stepNanoseconds);
+    const KeyChanges expected = {{keys::w, KeyState::Pressed},     {keys::a, KeyState::Pressed},
+                                 {keys::right, KeyState::Pressed}, {keys::x, KeyState::Pressed},
+                                 {keys::space, KeyState::Pressed}, {keys::enter, KeyState::Pressed}};
+    ASSERT_EQ(recording.size(), 1u);
+    EXPECT_EQ(recording[0].newKeyStates, expected);
+    saveRecording();
+    const std::string file = data.read("recording.json5");
+    std::size_t at = 0;
+    for (const KeyChange& change : expected) {
+        const std::size_t found = file.find("\"key\": " + std::to_string(change.virtualKey) + ",");
+        ASSERT_NE(found, std::string::npos);
+        EXPECT_GE(found, at) << change.virtualKey;
+        at = found;
+    }
+}
+
+TEST_F(Recording, AppliesChangesWhateverTheirOrder) {
+    startReplay(R"([{"frame":0,"newKeyStates":[{"key":87,"state":1},{"key":13,"state":3},{"key":65,"state":3},
+                                               {"key":87,"state":3}]},{"frame":99,"newKeyStates":[]}])");
+    static std::vector<KeyState> seen;
+    probe.onUpdate = [] { seen = {findKeyState(keys::enter), findKeyState(keys::a), findKeyState(keys::w)}; };
+    iterateAfter(stepNanoseconds);
+    EXPECT_EQ(seen, std::vector<KeyState>(3, KeyState::Pressed)); // of two for one key, the later one
+}
+
 TEST_F(Recording, WhatWasSavedLoadsAsItWas) {
     recording = {{2, {{keys::d, KeyState::Pressed}, {keys::x, KeyState::Released}}},
                  {700, {{keys::d, KeyState::Up}}}};

@@ -60,6 +60,16 @@ TEST_F(KeyStates, AReleasedKeyIsNotDown) {
     EXPECT_FALSE(eitherDown(keys::d, keys::right));
 }
 
+TEST_F(KeyStates, RecorderGetsChangesInTheOrderOfSampling) {
+    KeyChanges changes;
+    for (const std::int32_t key : {keys::w, keys::enter, keys::a}) {
+        sampleKey(key, true, &changes);
+    }
+    EXPECT_EQ(changes, (KeyChanges{{keys::w, KeyState::Pressed},
+                                   {keys::enter, KeyState::Pressed},
+                                   {keys::a, KeyState::Pressed}}));
+}
+
 TEST_F(KeyStates, RecorderGetsChangesOnly) {
     KeyChanges changes;
     sampleKey(keys::x, true, &changes);
@@ -77,6 +87,19 @@ TEST_F(KeyStates, PolledKeysKeepTheirOrder) {
     const std::array<std::int32_t, 13> expected = {0x57, 0x41, 0x53, 0x44, 0x26, 0x25, 0x28,
                                                    0x27, 0x58, 0x5A, 0x20, 0x0D, 0x1B};
     EXPECT_EQ(polledKeys, expected);
+}
+
+TEST_F(KeyStates, ReleasingAllKeysLeavesEveryEntryInPlace) {
+    KeyState& held = keyState(keys::x);
+    held = KeyState::Held;
+    keyState(keys::z) = KeyState::Pressed;
+    keyState(keys::d) = KeyState::Released;
+    releaseAllKeys();
+    EXPECT_EQ(allKeyStates().size(), 3u);
+    EXPECT_EQ(&held, &keyState(keys::x));
+    for (const auto& [key, state] : allKeyStates()) {
+        EXPECT_EQ(state, KeyState::Up) << key;
+    }
 }
 
 TEST_F(KeyStates, ClearForgetsEveryKey) {
