@@ -1,6 +1,7 @@
 #include "world/arena.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "assets/catalog.h"
@@ -8,17 +9,25 @@
 #include "base/frame_state.h"
 #include "world/camera.h"
 #include "world/describe.h"
+#include "world/object_class.h"
 #include "world/player.h"
-#include "world/properties.h"
 #include "world/random.h"
 #include "world/registry.h"
 #include "world/spawn_point.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 #include "world/zombie.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::array fields = {
+    field<&Arena::spawnsRemaining>("spawnsRemaining", "zombies still to come; below 0: without end"),
+    field<&Arena::maxSimultaneousZombies>("maxSimultaneousZombies", "most that live at once"),
+    field<&Arena::zombieTimer>("zombieTimer", "seconds from one zombie to the next"),
+    field<&Arena::enemyVariant>("enemyVariant", "who comes: 0 to 3 a recipe, 4 the scripted wave"),
+};
 
 constexpr double huntingRadius = 100.0; // units: an arena's zombie notices the hero wherever he is
 
@@ -27,6 +36,19 @@ bool contains(const Rect& area, Vec2 point) {
 }
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Arena>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Arena>(),
+        .meaning = "A fight: when the hero walks past its x, it holds the camera on its middle and lets "
+                   "zombies in until all have come and fallen.",
+        .fields = fields,
+        .rule = "enemyVariant: 0 \"zombie\", 1 \"weakZombie\", 2 \"zombie2HpFast\" and 3 \"zombieBanana\" "
+                "are recipes; 4 is the scripted wave, which has a number of its own. Whom an arena lets in "
+                "notices the hero wherever he is.",
+    };
+    return record;
+}
 
 const char* zombieRecipe(std::int32_t variant) {
     switch (variant) {
@@ -168,21 +190,14 @@ void Arena::letZombieIn(const Spawn& spawn) {
     liveZombies.push_back(zombie);
 }
 
-void Arena::readProperties(const JsonValue& value) {
-    Object::readProperties(value);
-    readIntegerProperty(value, "spawnsRemaining", spawnsRemaining);
-    readIntegerProperty(value, "maxSimultaneousZombies", maxSimultaneousZombies);
-    readNumberProperty(value, "zombieTimer", zombieTimer);
-    readIntegerProperty(value, "enemyVariant", enemyVariant);
-}
-
-JsonValue Arena::writeProperties() const {
-    JsonValue value = Object::writeProperties();
-    writeProperty(value, "spawnsRemaining", spawnsRemaining);
-    writeProperty(value, "maxSimultaneousZombies", maxSimultaneousZombies);
-    writeProperty(value, "zombieTimer", zombieTimer);
-    writeProperty(value, "enemyVariant", enemyVariant);
-    return value;
+void Arena::traceState(TraceLine& line) const {
+    Object::traceState(line);
+    line.add("active", active);
+    line.add("spawnsRemaining", spawnsRemaining);
+    line.add("cooling", cooling);
+    line.add("cooldownElapsed", cooldownElapsed);
+    line.add("live", liveZombies.size());
+    line.add("points", spawnPoints.size());
 }
 
 } // namespace dunkman

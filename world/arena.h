@@ -20,17 +20,18 @@ public:
 
     ObjectType getType() const override { return type; }
     void lateUpdate() override;
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
 
     const WaveScript* script = nullptr; // null: places are drawn at random
     bool active = false;
     std::vector<SpawnPoint*> spawnPoints; // inside the view when the arena became active; not owned
-    std::int32_t spawnsRemaining = 5;     // a negative quota never runs out
-    std::int32_t maxSimultaneousZombies = 2;
-    double zombieTimer = 1.0; // seconds between two spawns
     bool cooling = false;
     double cooldownElapsed = 0.0; // seconds
+
+    // Fields of data files.
+    std::int32_t spawnsRemaining = 5;
+    std::int32_t maxSimultaneousZombies = 2;
+    double zombieTimer = 1.0;
     std::int32_t enemyVariant = 0;
 
     // Zombies let in by this arena and still alive; not owned. The pointers are good until the step ends: the

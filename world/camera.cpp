@@ -1,22 +1,38 @@
 #include "world/camera.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
+#include "world/object_class.h"
 #include "world/player.h"
-#include "world/properties.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 
 namespace dunkman {
 
 namespace {
 
+constexpr std::array fields = {
+    field<&Camera::offset>("offset", "from its position to the middle of the view, units"),
+};
+
 constexpr double viewWidth = 18.0;
 constexpr double easingRate = -4.0;   // 1/s
 constexpr double leftmostView = -5.0; // the camera's x never goes below
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Camera>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Camera>(),
+        .meaning = "The eye that follows the hero, or rests on a fight. Its "
+                   "view is 18 units wide. The game needs one.",
+        .fields = fields,
+    };
+    return record;
+}
 
 void Camera::lateUpdate() {
     const Player* hero = world.first<Player>();
@@ -35,15 +51,9 @@ void Camera::lateUpdate() {
     position.x = std::max(position.x, leftmostView);
 }
 
-void Camera::readProperties(const JsonValue& value) {
-    Object::readProperties(value);
-    readPairProperty(value, "offset", offset);
-}
-
-JsonValue Camera::writeProperties() const {
-    JsonValue value = Object::writeProperties();
-    writeProperty(value, "offset", offset);
-    return value;
+void Camera::traceState(TraceLine& line) const {
+    Object::traceState(line);
+    line.add("target", typeNameOf(target));
 }
 
 Rect viewRectangle(const Camera& camera) {

@@ -11,11 +11,12 @@ public:
 
     ObjectType getType() const override { return type; }
     void lateUpdate() override;
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
 
     Object* target = nullptr; // not owned; null: the hero
-    Vec2 offset{0.0, 2.0};    // from the position to the centre of the view
+
+    // Fields of data files.
+    Vec2 offset{0.0, 2.0};
 };
 
 // What the camera sees of the plane of the game: 18 units wide, as high as the window's proportions ask for.

@@ -1,9 +1,44 @@
 #include "world/drawable.h"
 
+#include <array>
+
 #include "render/image_table.h"
-#include "world/properties.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 
 namespace dunkman {
+
+namespace {
+
+constexpr std::array fields = {
+    field<&Drawable::imageKey>("imageKey", "key of its picture; empty: its class's own, or none"),
+    field<&Drawable::mirrorX>("mirrorX", "flips the picture left to right"),
+    field<&Drawable::mirrorY>("mirrorY", "true shows the picture upright, false on its head"),
+    field<&Drawable::isFlat>("isFlat", "lies on the ground instead of standing upright"),
+    field<&Drawable::isUI>("isUI", "lies over everything else; wins over isFlat"),
+    field<&Drawable::gamma>("gamma", "exponent of the colours; 1 leaves them"),
+    field<&Drawable::gain>("gain", "factor of the colours; 1 leaves them"),
+    field<&Drawable::saturation>("saturation", "0 is grey, 1 leaves the colours"),
+    field<&Drawable::tintR>("tintR", "factor of the red"),
+    field<&Drawable::tintG>("tintG", "factor of the green"),
+    field<&Drawable::tintB>("tintB", "factor of the blue"),
+    field<&Drawable::pivot>("pivot", "point of the picture that sits at the position, fractions of its size"),
+    field<&Drawable::zOffset>("zOffset", "added to the depth of its place, world units; more is nearer"),
+    field<&Drawable::tilt>("tilt", "rotation about the pivot, degrees counter-clockwise"),
+};
+
+} // namespace
+
+template <> const ObjectClass& objectClass<Drawable>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Drawable>(),
+        .meaning = "A picture that stands, lies or hangs somewhere.",
+        .fields = fields,
+        .rule = "A size written as one number with a decimal point is a height, and the width follows the "
+                "picture. A whole number is a square, a pair is taken as it stands.",
+    };
+    return record;
+}
 
 Rect Drawable::getBounds() const {
     const double minX = position.x - pivot.x * size.x;
@@ -13,7 +48,7 @@ Rect Drawable::getBounds() const {
 
 void Drawable::readProperties(const JsonValue& value) {
     Object::readProperties(value);
-    readStringProperty(value, "imageKey", imageKey);
+    // On every call: an earlier one may have brought the key.
     if (!imageKey.empty()) {
         useImage(imageKey);
     }
@@ -22,38 +57,13 @@ void Drawable::readProperties(const JsonValue& value) {
     if (value.get("size").kind == JsonKind::Float) {
         fitWidthToImage();
     }
-    readBoolProperty(value, "mirrorX", mirrorX);
-    readBoolProperty(value, "mirrorY", mirrorY);
-    readBoolProperty(value, "isFlat", isFlat);
-    readBoolProperty(value, "isUI", isUI);
-    readNumberProperty(value, "gamma", gamma);
-    readNumberProperty(value, "gain", gain);
-    readNumberProperty(value, "saturation", saturation);
-    readNumberProperty(value, "tintR", tintR);
-    readNumberProperty(value, "tintG", tintG);
-    readNumberProperty(value, "tintB", tintB);
-    readPairProperty(value, "pivot", pivot);
-    readNumberProperty(value, "zOffset", zOffset);
-    readNumberProperty(value, "tilt", tilt);
 }
 
-JsonValue Drawable::writeProperties() const {
-    JsonValue value = Object::writeProperties();
-    writeProperty(value, "imageKey", std::string_view(imageKey));
-    writeProperty(value, "mirrorX", mirrorX);
-    writeProperty(value, "mirrorY", mirrorY);
-    writeProperty(value, "isFlat", isFlat);
-    writeProperty(value, "isUI", isUI);
-    writeProperty(value, "gamma", gamma);
-    writeProperty(value, "gain", gain);
-    writeProperty(value, "saturation", saturation);
-    writeProperty(value, "tintR", tintR);
-    writeProperty(value, "tintG", tintG);
-    writeProperty(value, "tintB", tintB);
-    writeProperty(value, "pivot", pivot);
-    writeProperty(value, "zOffset", zOffset);
-    writeProperty(value, "tilt", tilt);
-    return value;
+void Drawable::traceState(TraceLine& line) const {
+    Object::traceState(line);
+    line.add("mirrorX", mirrorX);
+    line.add("tilt", tilt);
+    line.add("zOffset", zOffset);
 }
 
 void Drawable::drawScaled(Vec2 scale, double angle) {

@@ -16,8 +16,8 @@ public:
 
     ObjectType getType() const override { return type; }
     Rect getBounds() const override;
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void readProperties(const JsonValue& value) override; // image and width beside the list
+    void traceState(TraceLine& line) const override;
 
     // Submits the sprite; scale and rotation act about the pivot. `angle` in degrees. Draws nothing while
     // there is no texture.
@@ -34,10 +34,12 @@ public:
     void fitWidthToImage();
 
     Texture2D texture; // a copy, not owned; name 0: nothing to draw
+
+    // Fields of data files.
     bool mirrorX = false;
     bool mirrorY = true; // images are stored top row first: unmirrored ones would stand on their heads
-    bool isFlat = false; // lies on the ground instead of standing upright
-    bool isUI = false;   // screen overlay; wins over isFlat
+    bool isFlat = false;
+    bool isUI = false;
     double gamma = 1.0;
     double gain = 1.0;
     double saturation = 1.0;
@@ -45,9 +47,9 @@ public:
     double tintG = 1.0;
     double tintB = 1.0;
     std::string imageKey;
-    Vec2 pivot{0.5, 0.5}; // fraction of the size that sits at the position
+    Vec2 pivot{0.5, 0.5};
     double zOffset = 0.0;
-    double tilt = 0.0; // degrees, used by draw
+    double tilt = 0.0;
 
 protected:
     // Hands the sprite to the sprite drawer at a place of the caller's choice.

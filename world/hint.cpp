@@ -4,8 +4,17 @@
 
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
+#include "world/object_class.h"
 
 namespace dunkman {
+
+template <> const ObjectClass& objectClass<Hint>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Hint>(),
+        .meaning = "A picture that hops, to point at something worth noticing.",
+    };
+    return record;
+}
 
 void Hint::draw() {
     const double savedY = position.y;

@@ -10,6 +10,7 @@ public:
     static constexpr ObjectType type = ObjectType::Interactable;
 
     ObjectType getType() const override { return type; }
+    void traceState(TraceLine& line) const override;
 
     bool highlighted = false; // the hero would take this one; not saved
 };

@@ -1,11 +1,23 @@
 #include "world/movable.h"
 
+#include <array>
+
 #include "base/frame_state.h"
-#include "world/properties.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::array fields = {
+    field<&Movable::autoMirror>("autoMirror", "faces the direction in which it moves"),
+    field<&Movable::inverseMirror>("inverseMirror",
+                                   "its mirrorX while moving right; true if the picture faces left"),
+    field<&Movable::friction>("friction", "damping rate for each axis, 1/s"),
+    field<&Movable::acceleration>("acceleration", "thrust of what steers, for each axis, units/s^2"),
+    field<&Movable::velocity>("velocity", "units/s"),
+};
 
 // First order on purpose, frame-rate dependence included: the feel of walking comes from it. A step longer
 // than the reciprocal of the friction stops the body instead of turning it round.
@@ -15,6 +27,15 @@ double dampingFactor(double friction) {
 }
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Movable>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Movable>(),
+        .meaning = "A picture that moves and is slowed by friction.",
+        .fields = fields,
+    };
+    return record;
+}
 
 void Movable::update() {
     if (autoMirror) {
@@ -31,23 +52,10 @@ void Movable::update() {
     velocity.y *= dampingFactor(friction.y);
 }
 
-void Movable::readProperties(const JsonValue& value) {
-    Drawable::readProperties(value);
-    readBoolProperty(value, "autoMirror", autoMirror);
-    readBoolProperty(value, "inverseMirror", inverseMirror);
-    readPairProperty(value, "friction", friction);
-    readPairProperty(value, "acceleration", acceleration);
-    readPairProperty(value, "velocity", velocity);
-}
-
-JsonValue Movable::writeProperties() const {
-    JsonValue value = Drawable::writeProperties();
-    writeProperty(value, "autoMirror", autoMirror);
-    writeProperty(value, "inverseMirror", inverseMirror);
-    writeProperty(value, "friction", friction);
-    writeProperty(value, "acceleration", acceleration);
-    writeProperty(value, "velocity", velocity);
-    return value;
+void Movable::traceState(TraceLine& line) const {
+    Drawable::traceState(line);
+    line.add("vx", velocity.x);
+    line.add("vy", velocity.y);
 }
 
 } // namespace dunkman

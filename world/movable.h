@@ -11,14 +11,14 @@ public:
 
     ObjectType getType() const override { return type; }
     void update() override; // turns, moves, then damps
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
 
-    bool autoMirror = false;       // face the direction of horizontal travel
-    bool inverseMirror = false;    // the value of mirrorX while moving right
-    Vec2 friction{8.0, 8.0};       // damping rate, 1/s
-    Vec2 acceleration{20.0, 20.0}; // units/s^2; for subclasses that steer
-    Vec2 velocity;                 // units/s
+    // Fields of data files.
+    bool autoMirror = false;
+    bool inverseMirror = false;
+    Vec2 friction{8.0, 8.0};
+    Vec2 acceleration{20.0, 20.0};
+    Vec2 velocity;
 };
 
 } // namespace dunkman

@@ -7,22 +7,28 @@ namespace dunkman {
 namespace {
 
 struct TypeRecord {
+    std::size_t number;
     std::string_view name;
     ObjectType parent;
 };
 
 constexpr std::array<TypeRecord, objectTypeCount> records = {{
-    {"Invalid", ObjectType::Invalid},      {"Object", ObjectType::Invalid},
-    {"Drawable", ObjectType::Object},      {"Movable", ObjectType::Drawable},
-    {"Interactable", ObjectType::Movable}, {"Weapon", ObjectType::Interactable},
-    {"Flamingo", ObjectType::Weapon},      {"Projectile", ObjectType::Movable},
-    {"RangedWeapon", ObjectType::Weapon},  {"Pineapple", ObjectType::RangedWeapon},
-    {"Walker", ObjectType::Movable},       {"Zombie", ObjectType::Walker},
-    {"ZombieDead", ObjectType::Drawable},  {"Player", ObjectType::Walker},
-    {"Camera", ObjectType::Object},        {"SpawnPoint", ObjectType::Object},
-    {"Arena", ObjectType::Object},         {"ResortSign", ObjectType::Drawable},
-    {"Wave", ObjectType::Drawable},        {"Hint", ObjectType::Drawable},
+    {0, "Invalid", ObjectType::Invalid},
+#define OBJECT_TYPE(number, name, parent) {number, #name, ObjectType::parent},
+#include "world/object_types.inc"
+#undef OBJECT_TYPE
 }};
+
+constexpr bool rowsStandInOrder() {
+    for (std::size_t number = 0; number < objectTypeCount; ++number) {
+        if (records[number].number != number || indexOf(records[number].parent) > number) {
+            return false;
+        }
+    }
+    return true;
+}
+
+static_assert(rowsStandInOrder(), "object_types.inc: numbers without a gap, parents above their children");
 
 struct TypeList {
     std::array<ObjectType, objectTypeCount> types{};
@@ -62,6 +68,18 @@ constexpr TypeLists makeWalks() {
 
 constexpr TypeLists walks = makeWalks();
 
+constexpr TypeLists makeLineages() {
+    TypeLists lineages{};
+    for (std::size_t number = 1; number < objectTypeCount; ++number) {
+        // A parent's number is the lower one, so its lineage is there already.
+        lineages[number] = lineages[indexOf(records[number].parent)];
+        lineages[number].append(static_cast<ObjectType>(number));
+    }
+    return lineages;
+}
+
+constexpr TypeLists lineages = makeLineages();
+
 } // namespace
 
 std::string_view typeName(ObjectType type) { return records[indexOf(type)].name; }
@@ -80,5 +98,7 @@ ObjectType parentType(ObjectType type) { return records[indexOf(type)].parent; }
 std::span<const ObjectType> childTypes(ObjectType type) { return childLists[indexOf(type)].span(); }
 
 std::span<const ObjectType> subtypeWalk(ObjectType start) { return walks[indexOf(start)].span(); }
+
+std::span<const ObjectType> lineage(ObjectType type) { return lineages[indexOf(type)].span(); }
 
 } // namespace dunkman

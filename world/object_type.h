@@ -8,37 +8,25 @@
 
 namespace dunkman {
 
-// The kinds of world object. The numbers are fixed: they index tables, order the buckets of the world and
-// with that the order of updates.
+// The kinds of world object, as object_types.inc lists them.
 enum class ObjectType : std::int32_t {
     Invalid = 0,
-    Object = 1,
-    Drawable = 2,
-    Movable = 3,
-    Interactable = 4,
-    Weapon = 5,
-    Flamingo = 6,
-    Projectile = 7,
-    RangedWeapon = 8,
-    Pineapple = 9,
-    Walker = 10,
-    Zombie = 11,
-    ZombieDead = 12,
-    Player = 13,
-    Camera = 14,
-    SpawnPoint = 15,
-    Arena = 16,
-    ResortSign = 17,
-    Wave = 18,
-    Hint = 19,
+#define OBJECT_TYPE(number, name, parent) name = number,
+#include "world/object_types.inc"
+#undef OBJECT_TYPE
 };
 
-inline constexpr std::size_t objectTypeCount = 20;
+// Invalid included.
+inline constexpr std::size_t objectTypeCount = 1
+#define OBJECT_TYPE(number, name, parent) +1
+#include "world/object_types.inc"
+#undef OBJECT_TYPE
+    ;
 
 constexpr std::size_t indexOf(ObjectType type) { return static_cast<std::size_t>(type); }
 
-// All functions below read constant data, so they answer rightly at any moment of start-up. They take the
-// twenty enumerators only.
+// All functions below read constant data, so they answer rightly at any moment of start-up. They take
+// enumerators only.
 
 // The name that data files use in `_type`.
 std::string_view typeName(ObjectType type);
@@ -54,5 +42,9 @@ std::span<const ObjectType> childTypes(ObjectType type);
 
 // `start`, then all its subtypes breadth first: the order of drawing and of every query for a kind of object.
 std::span<const ObjectType> subtypeWalk(ObjectType start);
+
+// Object, then one class after another down to `type` itself: the order in which fields are read and written.
+// Nothing for Invalid.
+std::span<const ObjectType> lineage(ObjectType type);
 
 } // namespace dunkman

@@ -1,6 +1,7 @@
 #include "world/player.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/frame_state.h"
@@ -8,11 +9,17 @@
 #include "exact/exact_math.h"
 #include "world/camera.h"
 #include "world/numbers.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::string_view unarmedKey = "playerUnarmed";
+constexpr std::string_view armedKey = "player";
+constexpr std::array images = {unarmedKey, armedKey};
 
 // The play area. The two margins of a held view differ on purpose.
 constexpr double leftViewMargin = 3.0;
@@ -30,12 +37,21 @@ double thrust(bool forward, bool backward) { return (forward ? 1.0 : 0.0) - (bac
 
 } // namespace
 
+template <> const ObjectClass& objectClass<Player>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Player>(),
+        .meaning = "The hero. The game needs one and ends when he falls.",
+        .images = images,
+    };
+    return record;
+}
+
 Player::Player() {
     health = 5;
     autoMirror = true;
-    useImage("player");
+    useImage(armedKey);
     armedImage = texture;
-    useImage("playerUnarmed");
+    useImage(unarmedKey);
     unarmedImage = texture;
     fitWidthToImage();
 }
@@ -197,6 +213,16 @@ void Player::drawHeldWeapon() {
                weapon.isFlat ? SpriteMode::Flat : SpriteMode::World, weapon.gamma, weapon.gain,
                weapon.saturation, weapon.tintR, weapon.tintG, weapon.tintB, {handX, handY}, weapon.size,
                handPivotCopy, {1.0, 1.0}, handAngle, zOffset - (position.y - handY - 0.01));
+}
+
+void Player::traceState(TraceLine& line) const {
+    Walker::traceState(line);
+    line.add("held", typeNameOf(heldWeapon.get()));
+    line.add("handX", handX);
+    line.add("handY", handY);
+    line.add("handAngle", handAngle);
+    line.add("strikeX", strikeX);
+    line.add("strikeY", strikeY);
 }
 
 } // namespace dunkman

@@ -14,6 +14,7 @@ public:
     Player();
     ObjectType getType() const override { return type; }
     void update() override;
+    void traceState(TraceLine& line) const override;
     void draw() override;
 
     // The weapon in hand. A weapon picked up in this step is still in its bucket too until the world applies

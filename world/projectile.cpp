@@ -2,6 +2,8 @@
 
 #include "base/frame_state.h"
 #include "world/numbers.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 #include "world/zombie.h"
 
@@ -13,6 +15,15 @@ constexpr double gravity = -9.81;  // units/s^2
 constexpr double spinRate = 100.0; // degrees per second
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Projectile>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Projectile>(),
+        .meaning = "A thrown thing on its way: spins, falls, hurts what it "
+                   "hits. Weapons make it; a scene hardly needs one.",
+    };
+    return record;
+}
 
 Projectile::Projectile() {
     friction = {0.0, 0.0};
@@ -46,5 +57,12 @@ void Projectile::update() {
 }
 
 void Projectile::draw() { drawScaled({1.0, 1.0}, angle); }
+
+void Projectile::traceState(TraceLine& line) const {
+    Movable::traceState(line);
+    line.add("groundY", groundY);
+    line.add("damage", damage);
+    line.add("angle", angle);
+}
 
 } // namespace dunkman

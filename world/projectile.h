@@ -15,6 +15,7 @@ public:
     Projectile();
     ObjectType getType() const override { return type; }
     void update() override;
+    void traceState(TraceLine& line) const override;
     void draw() override; // turned by `angle`; the tilt is not used
 
     double groundY = -1.0;

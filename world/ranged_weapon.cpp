@@ -1,13 +1,32 @@
 #include "world/ranged_weapon.h"
 
+#include <array>
+
 #include "base/fatal.h"
 #include "world/describe.h"
+#include "world/object_class.h"
 #include "world/player.h"
 #include "world/projectile.h"
-#include "world/properties.h"
 #include "world/world.h"
 
 namespace dunkman {
+
+namespace {
+
+constexpr std::array fields = {
+    field<&RangedWeapon::initialVelocity>("initialVelocity", "start of a throw to the right, units/s"),
+};
+
+} // namespace
+
+template <> const ObjectClass& objectClass<RangedWeapon>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<RangedWeapon>(),
+        .meaning = "A weapon that is thrown: each attack sends off a projectile that looks like it.",
+        .fields = fields,
+    };
+    return record;
+}
 
 RangedWeapon::RangedWeapon() {
     handPivot = {0.5, 0.5};
@@ -34,17 +53,6 @@ void RangedWeapon::attack(Vec2 wielderPosition, Vec2 strikePoint, bool wielderMi
         projectile->velocity.x = -projectile->velocity.x;
     }
     world.queueAdd(std::move(projectile));
-}
-
-void RangedWeapon::readProperties(const JsonValue& value) {
-    Weapon::readProperties(value);
-    readPairProperty(value, "initialVelocity", initialVelocity);
-}
-
-JsonValue RangedWeapon::writeProperties() const {
-    JsonValue value = Weapon::writeProperties();
-    writeProperty(value, "initialVelocity", initialVelocity);
-    return value;
 }
 
 } // namespace dunkman

@@ -11,13 +11,12 @@ public:
 
     RangedWeapon();
     ObjectType getType() const override { return type; }
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
 
     // Throws from the strike point. Needs a Player in the world, whose hand gives the projectile its depth.
     void attack(Vec2 wielderPosition, Vec2 strikePoint, bool wielderMirrorX) override;
 
-    Vec2 initialVelocity{3.0, 6.0}; // units/s, for a wielder that is not mirrored
+    // Fields of data files.
+    Vec2 initialVelocity{3.0, 6.0};
 };
 
 } // namespace dunkman

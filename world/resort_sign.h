@@ -11,6 +11,7 @@ public:
 
     ObjectType getType() const override { return type; }
     void update() override;
+    void traceState(TraceLine& line) const override;
 
     double clock = 0.0; // seconds since the sign was made
     double fromTilt = 0.0;

@@ -1,19 +1,36 @@
 #include "world/walker.h"
 
+#include <array>
 #include <cmath>
 
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
 #include "world/numbers.h"
-#include "world/properties.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 
 namespace dunkman {
 
 namespace {
 
+constexpr std::array fields = {
+    field<&Walker::walkAnimation>("walkAnimation", "phase of the walk cycle, radians"),
+    field<&Walker::health>("health", "falls when this drops below 0"),
+    field<&Walker::invulnerableTimer>("invulnerableTimer", "seconds after a hit in which no other counts"),
+};
+
 constexpr double blinksPerSecond = 7.0; // every second one hides
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Walker>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Walker>(),
+        .meaning = "A mortal that walks. Nobody steers it.",
+        .fields = fields,
+    };
+    return record;
+}
 
 Walker::Walker() {
     size = {1.0, 2.0};
@@ -50,19 +67,12 @@ void Walker::takeDamage(std::int32_t amount) {
     }
 }
 
-void Walker::readProperties(const JsonValue& value) {
-    Movable::readProperties(value);
-    readNumberProperty(value, "walkAnimation", walkAnimation);
-    readIntegerProperty(value, "health", health);
-    readTimerProperty(value, "invulnerableTimer", invulnerableTimer);
-}
-
-JsonValue Walker::writeProperties() const {
-    JsonValue value = Movable::writeProperties();
-    writeProperty(value, "walkAnimation", walkAnimation);
-    writeProperty(value, "health", health);
-    writeProperty(value, "invulnerableTimer", invulnerableTimer);
-    return value;
+void Walker::traceState(TraceLine& line) const {
+    Movable::traceState(line);
+    line.add("health", health);
+    line.add("walk", walkAnimation);
+    line.add("hurtRunning", invulnerableTimer.running);
+    line.add("hurtElapsed", invulnerableTimer.elapsed);
 }
 
 } // namespace dunkman

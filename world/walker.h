@@ -16,16 +16,16 @@ public:
     Walker();
     ObjectType getType() const override { return type; }
     void update() override;
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
     void draw() override; // advances the walk cycle, except while the blink hides the walker
 
     // Ignored while a previous hit still protects.
     virtual void takeDamage(std::int32_t amount);
 
-    double walkAnimation = 0.0; // phase of the walk cycle, radians
-    std::int32_t health = 2;    // dead below 0
-    Timer invulnerableTimer{1.5};
+    // Fields of data files.
+    double walkAnimation = 0.0;
+    std::int32_t health = 2;
+    Timer invulnerableTimer{1.5}; // running: no further hit counts
 
 protected:
     // Whether the blink after a hit hides the walker in this frame.

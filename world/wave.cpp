@@ -4,6 +4,7 @@
 
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
+#include "world/object_class.h"
 
 namespace dunkman {
 
@@ -14,6 +15,15 @@ constexpr double stripStart = 35.0; // units left of the position
 constexpr double swing = 0.25;      // units
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Wave>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Wave>(),
+        .meaning = "A strip of surf: a hundred copies of one picture side by "
+                   "side, the first 35 units to the left, bobbing together.",
+    };
+    return record;
+}
 
 void Wave::draw() {
     const Vec2 saved = position;

@@ -1,16 +1,31 @@
 #include "world/weapon.h"
 
+#include <array>
 #include <cmath>
 
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
-#include "world/properties.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 #include "world/zombie.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::array fields = {
+    field<&Weapon::attackTimeout>("attackTimeout", "seconds from one attack until the next may start"),
+    field<&Weapon::timeoutAnimationPercentage>("timeoutAnimationPercentage",
+                                               "share of attackTimeout for the swing"),
+    field<&Weapon::attackArc>("attackArc", "how far it swings, degrees: first forwards, then back"),
+    field<&Weapon::handPivot>("handPivot", "point of the picture in the hand, fractions of its size"),
+    field<&Weapon::animationAngle>("animationAngle", "degrees; set by the swing while it is held"),
+    field<&Weapon::collisionPivot>("collisionPivot", "point of the picture that hits, fractions of its size"),
+    field<&Weapon::collisionRadius>("collisionRadius", "how far around that point it hits, units"),
+    field<&Weapon::damage>("damage", "health that a hit takes from each zombie"),
+    field<&Weapon::durability>("durability", "attacks until it breaks; below 0 it never does"),
+};
 
 constexpr double wobbleRate = 10.0;     // radians per second
 constexpr double wobbleAmplitude = 4.0; // degrees
@@ -24,6 +39,15 @@ double distanceToSpan(double coordinate, double centre, double half) {
 }
 
 } // namespace
+
+template <> const ObjectClass& objectClass<Weapon>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Weapon>(),
+        .meaning = "Something that the hero can take and swing.",
+        .fields = fields,
+    };
+    return record;
+}
 
 void Weapon::attack(Vec2, Vec2 strikePoint, bool) {
     world.walk<Zombie>([&](Zombie& zombie) {
@@ -52,31 +76,12 @@ void Weapon::draw() {
     drawScaled(scale, angle);
 }
 
-void Weapon::readProperties(const JsonValue& value) {
-    Interactable::readProperties(value);
-    readTimerProperty(value, "attackTimeout", attackTimeout);
-    readNumberProperty(value, "timeoutAnimationPercentage", timeoutAnimationPercentage);
-    readPairProperty(value, "attackArc", attackArc);
-    readPairProperty(value, "handPivot", handPivot);
-    readNumberProperty(value, "animationAngle", animationAngle);
-    readPairProperty(value, "collisionPivot", collisionPivot);
-    readNumberProperty(value, "collisionRadius", collisionRadius);
-    readIntegerProperty(value, "damage", damage);
-    readIntegerProperty(value, "durability", durability);
-}
-
-JsonValue Weapon::writeProperties() const {
-    JsonValue value = Interactable::writeProperties();
-    writeProperty(value, "attackTimeout", attackTimeout);
-    writeProperty(value, "timeoutAnimationPercentage", timeoutAnimationPercentage);
-    writeProperty(value, "attackArc", attackArc);
-    writeProperty(value, "handPivot", handPivot);
-    writeProperty(value, "animationAngle", animationAngle);
-    writeProperty(value, "collisionPivot", collisionPivot);
-    writeProperty(value, "collisionRadius", collisionRadius);
-    writeProperty(value, "damage", damage);
-    writeProperty(value, "durability", durability);
-    return value;
+void Weapon::traceState(TraceLine& line) const {
+    Interactable::traceState(line);
+    line.add("durability", durability);
+    line.add("attackRunning", attackTimeout.running);
+    line.add("attackElapsed", attackTimeout.elapsed);
+    line.add("animationAngle", animationAngle);
 }
 
 } // namespace dunkman

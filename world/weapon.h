@@ -14,23 +14,23 @@ public:
     static constexpr ObjectType type = ObjectType::Weapon;
 
     ObjectType getType() const override { return type; }
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
     void draw() override; // clears `highlighted`
 
     // Makes the weapon's effect happen now; the wielder looks after timer and durability. Here: every zombie
     // within collisionRadius of the strike point takes the damage.
     virtual void attack(Vec2 wielderPosition, Vec2 strikePoint, bool wielderMirrorX);
 
-    Timer attackTimeout{0.4};                // running: no new attack yet
-    double timeoutAnimationPercentage = 0.5; // share of attackTimeout that the swing takes
-    Vec2 attackArc{15.0, 45.0};              // degrees; x: forward swing, y: back swing
-    Vec2 handPivot{0.5, 0.0};                // fraction of the size that sits in the hand
-    double animationAngle = 0.0;             // degrees; written by the posing
-    Vec2 collisionPivot{0.5, 1.0};           // fraction of the size that hits
-    double collisionRadius = 0.1;            // world units
+    // Fields of data files.
+    Timer attackTimeout{0.4}; // running: no new attack yet
+    double timeoutAnimationPercentage = 0.5;
+    Vec2 attackArc{15.0, 45.0};
+    Vec2 handPivot{0.5, 0.0};
+    double animationAngle = 0.0; // written by the posing
+    Vec2 collisionPivot{0.5, 1.0};
+    double collisionRadius = 0.1;
     std::int32_t damage = 1;
-    std::int32_t durability = -1; // attacks left; negative: unbreakable
+    std::int32_t durability = -1;
 };
 
 } // namespace dunkman

@@ -1,18 +1,28 @@
 #include "world/zombie.h"
 
+#include <array>
 #include <cmath>
 
 #include "base/frame_state.h"
 #include "world/numbers.h"
+#include "world/object_class.h"
 #include "world/player.h"
-#include "world/properties.h"
 #include "world/registry.h"
+#include "world/trace_line.h"
 #include "world/world.h"
 #include "world/zombie_dead.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::array fields = {
+    field<&Zombie::attackRateTimer>("attackRateTimer", "seconds from one strike to the next"),
+    field<&Zombie::searchRadius>("searchRadius", "sideways distance at which it notices the hero, units"),
+    field<&Zombie::attackDelay>("attackDelay", "seconds from arrival to the first strike"),
+};
+
+constexpr std::array<std::string_view, 1> images = {"zombie"};
 
 constexpr std::int32_t strikeDamage = 1;
 
@@ -27,11 +37,21 @@ constexpr double swellAmount = 0.2;
 
 } // namespace
 
+template <> const ObjectClass& objectClass<Zombie>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<Zombie>(),
+        .meaning = "The enemy: notices the hero, walks up and strikes while he stays in reach.",
+        .fields = fields,
+        .images = images,
+    };
+    return record;
+}
+
 Zombie::Zombie() {
     autoMirror = true;
     acceleration = {10.0, 10.0};
     invulnerableTimer.duration = 0.5;
-    useImage("zombie");
+    useImage(images[0]);
     fitWidthToImage();
 }
 
@@ -115,19 +135,11 @@ void Zombie::draw() {
     drawScaled({scale, scale}, 0.0);
 }
 
-void Zombie::readProperties(const JsonValue& value) {
-    Walker::readProperties(value);
-    readTimerProperty(value, "attackRateTimer", attackRateTimer);
-    readNumberProperty(value, "searchRadius", searchRadius);
-    readNumberProperty(value, "attackDelay", attackDelay);
-}
-
-JsonValue Zombie::writeProperties() const {
-    JsonValue value = Walker::writeProperties();
-    writeProperty(value, "attackRateTimer", attackRateTimer);
-    writeProperty(value, "searchRadius", searchRadius);
-    writeProperty(value, "attackDelay", attackDelay);
-    return value;
+void Zombie::traceState(TraceLine& line) const {
+    Walker::traceState(line);
+    line.add("armed", attackArmed);
+    line.add("strikeRunning", attackRateTimer.running);
+    line.add("strikeElapsed", attackRateTimer.elapsed);
 }
 
 } // namespace dunkman

@@ -12,18 +12,19 @@ public:
     Zombie();
     ObjectType getType() const override { return type; }
     void update() override;
-    void readProperties(const JsonValue& value) override;
-    JsonValue writeProperties() const override;
+    void traceState(TraceLine& line) const override;
     void draw() override; // swells while it winds up or has just struck
 
     // Leaves the world and a corpse in its place as soon as health is below 0. The test for death comes after
     // every hit, also after one that did not count, so two hits in one step leave two corpses.
     void takeDamage(std::int32_t amount) override;
 
-    Timer attackRateTimer{3.0}; // the pause between strikes
-    double searchRadius = 6.0;  // horizontal distance within which the hero is noticed
-    bool attackArmed = false;   // wound up: strikes at the next chance
-    double attackDelay = 0.3;   // seconds from arrival to the first strike
+    bool attackArmed = false; // wound up: strikes at the next chance
+
+    // Fields of data files.
+    Timer attackRateTimer{3.0}; // running: no strike yet
+    double searchRadius = 6.0;
+    double attackDelay = 0.3;
 
 private:
     void strikeWhenReady();

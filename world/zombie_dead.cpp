@@ -4,10 +4,15 @@
 
 #include "base/frame_state.h"
 #include "render/image_table.h"
+#include "world/object_class.h"
+#include "world/trace_line.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::array<std::string_view, 4> images = {"zombieDeath0", "zombieDeath1", "zombieDeath2",
+                                                    "zombieDeath3"};
 
 constexpr double lastFrame = 3.0;
 
@@ -16,9 +21,19 @@ constexpr std::array<Vec2, 4> frameOffsets = {{{-0.02, 0.0}, {-0.02, 0.15}, {-0.
 
 } // namespace
 
+template <> const ObjectClass& objectClass<ZombieDead>() {
+    static constexpr ObjectClass record{
+        .lifetime = ObjectLifetime::of<ZombieDead>(),
+        .meaning = "A fallen zombie: falls in four pictures, then lies there for the rest of the game.",
+        .images = images,
+    };
+    return record;
+}
+
 ZombieDead::ZombieDead() {
-    frames = {imageByKey("zombieDeath0"), imageByKey("zombieDeath1"), imageByKey("zombieDeath2"),
-              imageByKey("zombieDeath3")};
+    for (std::size_t frame = 0; frame < frames.size(); ++frame) {
+        frames[frame] = imageByKey(images[frame]);
+    }
     pivot = {0.5, 0.0};
     size.y = 2.0;
     texture = frames[0];
@@ -44,5 +59,10 @@ void ZombieDead::drawScaled(Vec2 scale, double angle) {
 }
 
 std::size_t ZombieDead::frameNumber() const { return static_cast<std::size_t>(frameTime); }
+
+void ZombieDead::traceState(TraceLine& line) const {
+    Drawable::traceState(line);
+    line.add("frameTime", frameTime);
+}
 
 } // namespace dunkman

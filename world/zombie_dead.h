@@ -15,6 +15,7 @@ public:
     ZombieDead();
     ObjectType getType() const override { return type; }
     void update() override;
+    void traceState(TraceLine& line) const override;
     void drawScaled(Vec2 scale, double angle) override; // shifted by picture; isUI does not count
 
     double frameRate = 3.0; // pictures per second

@@ -2,6 +2,9 @@
 
 #include <array>
 #include <cstdio>
+#include <vector>
+
+#include "world/object_class.h"
 
 namespace dunkman {
 
@@ -9,58 +12,49 @@ namespace {
 
 constexpr std::uint32_t prefabCount = 5;
 
-// Where half of all properties come from: what counts for play and what has been known to hurt.
+// What a random scene may set on an object, whatever its class.
 struct Property {
     std::string_view key;
     std::string_view kind;
 };
 
-constexpr std::array<Property, 44> properties = {{
-    {"position", "place"},
-    {"position", "pair"},
-    {"size", "pair"},
-    {"size", "number"},
-    {"imageKey", "picture"},
-    {"mirrorX", "flag"},
-    {"mirrorY", "flag"},
-    {"isFlat", "flag"},
-    {"isUI", "flag"},
-    {"gamma", "number"},
-    {"gain", "number"},
-    {"saturation", "number"},
-    {"tintR", "number"},
-    {"tintG", "number"},
-    {"tintB", "number"},
-    {"pivot", "pair"},
-    {"zOffset", "number"},
-    {"tilt", "number"},
-    {"autoMirror", "flag"},
-    {"inverseMirror", "flag"},
-    {"friction", "pair"},
-    {"acceleration", "pair"},
-    {"velocity", "pair"},
-    {"attackTimeout", "number"},
-    {"timeoutAnimationPercentage", "number"},
-    {"attackArc", "pair"},
-    {"handPivot", "pair"},
-    {"animationAngle", "number"},
-    {"collisionPivot", "pair"},
-    {"collisionRadius", "number"},
-    {"damage", "whole"},
-    {"durability", "whole"},
-    {"initialVelocity", "pair"},
-    {"walkAnimation", "number"},
-    {"health", "health"},
-    {"invulnerableTimer", "number"},
-    {"attackRateTimer", "number"},
-    {"searchRadius", "number"},
-    {"attackDelay", "number"},
-    {"offset", "pair"},
-    {"spawnsRemaining", "whole"},
-    {"maxSimultaneousZombies", "whole"},
-    {"zombieTimer", "number"},
-    {"enemyVariant", "variant"},
-}};
+// The kind of values that make a game of it; a few fields need more than their kind tells.
+std::string_view kindOf(const Field& field) {
+    if (field.key == "imageKey") {
+        return "picture";
+    }
+    if (field.key == "health") {
+        return "health";
+    }
+    if (field.key == "enemyVariant") {
+        return "variant";
+    }
+    switch (field.kind) {
+    case FieldKind::Flag:
+        return "flag";
+    case FieldKind::WholeNumber:
+        return "whole";
+    case FieldKind::Pair:
+        return "pair";
+    default:
+        return "number";
+    }
+}
+
+std::vector<Property> makeProperties() {
+    std::vector<Property> made = {{"position", "place"}};
+    for (std::size_t number = 1; number < objectTypeCount; ++number) {
+        for (const Field& field : classOf(static_cast<ObjectType>(number)).fields) {
+            made.push_back({field.key, kindOf(field)});
+            if (field.key == "size") {
+                made.push_back({field.key, "number"});
+            }
+        }
+    }
+    return made;
+}
+
+const std::vector<Property> properties = makeProperties();
 
 // 1e400 reads as an infinity; from two of those comes NaN.
 constexpr std::array<std::string_view, 16> nastyNumbers = {

@@ -8,12 +8,12 @@ namespace {
 
 TEST(Properties, ANumberAcceptsIntegersAndFloatsOnly) {
     double field = 7.0;
-    readNumberProperty(json("{a: 3}"), "a", field);
+    readProperty(json("{a: 3}").get("a"), field);
     EXPECT_EQ(field, 3.0);
-    readNumberProperty(json("{a: 2.5}"), "a", field);
+    readProperty(json("{a: 2.5}").get("a"), field);
     EXPECT_EQ(field, 2.5);
     for (const char* text : {"{a: '9'}", "{a: true}", "{a: [9]}", "{a: {}}", "{a: null}", "{}"}) {
-        readNumberProperty(json(text), "a", field);
+        readProperty(json(text).get("a"), field);
         EXPECT_EQ(field, 2.5) << text;
     }
 }
@@ -21,26 +21,26 @@ TEST(Properties, ANumberAcceptsIntegersAndFloatsOnly) {
 TEST(Properties, ABoolAcceptsBoolsOnly) {
     bool field = false;
     for (const char* text : {"{a: 1}", "{a: 1.0}", "{a: 'true'}", "{}"}) {
-        readBoolProperty(json(text), "a", field);
+        readProperty(json(text).get("a"), field);
         EXPECT_FALSE(field) << text;
     }
-    readBoolProperty(json("{a: true}"), "a", field);
+    readProperty(json("{a: true}").get("a"), field);
     EXPECT_TRUE(field);
 }
 
 TEST(Properties, AnIntegerFieldRefusesAFloat) {
     std::int32_t field = -1;
-    readIntegerProperty(json("{a: 3.0}"), "a", field);
+    readProperty(json("{a: 3.0}").get("a"), field);
     EXPECT_EQ(field, -1);
-    readIntegerProperty(json("{a: 3}"), "a", field);
+    readProperty(json("{a: 3}").get("a"), field);
     EXPECT_EQ(field, 3);
 }
 
 TEST(Properties, AStringAcceptsStringsOnly) {
     std::string field = "old";
-    readStringProperty(json("{a: 5}"), "a", field);
+    readProperty(json("{a: 5}").get("a"), field);
     EXPECT_EQ(field, "old");
-    readStringProperty(json("{a: ''}"), "a", field);
+    readProperty(json("{a: ''}").get("a"), field);
     EXPECT_EQ(field, "");
 }
 
@@ -56,14 +56,14 @@ TEST(Properties, APairFollowsTheRulesOfPairs) {
                                 PairCase{"{a: [1]}", {7.0, 8.0}}, PairCase{"{a: 'b'}", {7.0, 8.0}},
                                 PairCase{"{a: true}", {7.0, 8.0}}, PairCase{"{}", {7.0, 8.0}}}) {
         Vec2 field{7.0, 8.0};
-        readPairProperty(json(row.text), "a", field);
+        readProperty(json(row.text).get("a"), field);
         EXPECT_EQ(field, row.expected) << row.text;
     }
 }
 
 TEST(Properties, ReadingATimerSetsItsDurationAndRewindsIt) {
     Timer field{1.0, true, 0.5};
-    readTimerProperty(json("{a: 2}"), "a", field);
+    readProperty(json("{a: 2}").get("a"), field);
     EXPECT_EQ(field.duration, 2.0);
     EXPECT_FALSE(field.running);
     EXPECT_EQ(field.elapsed, 0.0);
@@ -71,28 +71,21 @@ TEST(Properties, ReadingATimerSetsItsDurationAndRewindsIt) {
 
 TEST(Properties, ATimerThatIsNoNumberCountsAsAbsent) {
     Timer field{1.0, true, 0.5};
-    readTimerProperty(json("{a: '2'}"), "a", field);
-    readTimerProperty(json("{}"), "a", field);
+    readProperty(json("{a: '2'}").get("a"), field);
+    readProperty(json("{}").get("a"), field);
     EXPECT_EQ(field.duration, 1.0);
     EXPECT_TRUE(field.running);
     EXPECT_EQ(field.elapsed, 0.5);
 }
 
 TEST(Properties, EveryKindIsWrittenAsItself) {
-    JsonValue value = JsonValue::makeObject();
-    writeProperty(value, "number", 2.0);
-    writeProperty(value, "integer", std::int32_t{2});
-    writeProperty(value, "flag", true);
-    writeProperty(value, "text", std::string_view("t"));
-    writeProperty(value, "pair", Vec2{1.0, 2.0});
-    writeProperty(value, "timer", Timer{0.4, true, 0.2});
-    EXPECT_EQ(value.get("number").kind, JsonKind::Float);
-    EXPECT_EQ(value.get("integer").kind, JsonKind::Integer);
-    EXPECT_EQ(value.get("flag").kind, JsonKind::Bool);
-    EXPECT_EQ(value.get("text").kind, JsonKind::String);
-    EXPECT_EQ(value.get("pair").arrayValue.size(), 2u);
-    EXPECT_EQ(value.get("timer").kind, JsonKind::Float);
-    EXPECT_EQ(value.get("timer").floatValue, 0.4);
+    EXPECT_EQ(writtenProperty(2.0).kind, JsonKind::Float);
+    EXPECT_EQ(writtenProperty(std::int32_t{2}).kind, JsonKind::Integer);
+    EXPECT_EQ(writtenProperty(true).kind, JsonKind::Bool);
+    EXPECT_EQ(writtenProperty(std::string("t")).kind, JsonKind::String);
+    EXPECT_EQ(writtenProperty(Vec2{1.0, 2.0}).arrayValue.size(), 2u);
+    EXPECT_EQ(writtenProperty(Timer{0.4, true, 0.2}).kind, JsonKind::Float);
+    EXPECT_EQ(writtenProperty(Timer{0.4, true, 0.2}).floatValue, 0.4);
 }
 
 } // namespace

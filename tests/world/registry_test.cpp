@@ -1,20 +1,10 @@
 #include "world/registry.h"
 
+#include <set>
 #include <typeindex>
 
 #include "tests/world/world_fixture.h"
-#include "world/arena.h"
-#include "world/camera.h"
-#include "world/flamingo.h"
-#include "world/hint.h"
-#include "world/pineapple.h"
-#include "world/player.h"
-#include "world/projectile.h"
-#include "world/resort_sign.h"
-#include "world/spawn_point.h"
-#include "world/wave.h"
 #include "world/zombie.h"
-#include "world/zombie_dead.h"
 
 namespace dunkman {
 
@@ -23,18 +13,14 @@ namespace {
 class RegistryTest : public WorldFixture {};
 
 TEST_F(RegistryTest, EveryTypeNumberCreatesItsClass) {
-    const std::type_index classes[objectTypeCount] = {
-        typeid(void),       typeid(Object),   typeid(Drawable),   typeid(Movable),      typeid(Interactable),
-        typeid(Weapon),     typeid(Flamingo), typeid(Projectile), typeid(RangedWeapon), typeid(Pineapple),
-        typeid(Walker),     typeid(Zombie),   typeid(ZombieDead), typeid(Player),       typeid(Camera),
-        typeid(SpawnPoint), typeid(Arena),    typeid(ResortSign), typeid(Wave),         typeid(Hint)};
+    std::set<std::type_index> classes;
     for (std::size_t number = 1; number < objectTypeCount; ++number) {
         const auto type = static_cast<ObjectType>(number);
         const OwnedObject object = createObject(type);
         ASSERT_TRUE(object);
         const Object& made = *object;
-        EXPECT_EQ(std::type_index(typeid(made)), classes[number]) << typeName(type);
-        EXPECT_EQ(made.getType(), type);
+        EXPECT_EQ(made.getType(), type) << typeName(type);
+        EXPECT_TRUE(classes.insert(typeid(made)).second) << typeName(type);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "json5/reader.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
+#include "world/object_class.h"
 
 namespace dunkman {
 
@@ -25,6 +26,13 @@ WorldFixture::WorldFixture() {
     addImage("zombieDeath3", 240, 200);
     addImage("flamingo", 60, 120);
     addImage("pineapple", 40, 80);
+    for (const ObjectType type : subtypeWalk(ObjectType::Object)) {
+        for (const std::string_view key : classOf(type).images) {
+            if (!imageTable.contains(std::string(key))) {
+                addImage(key, 100, 200);
+            }
+        }
+    }
 }
 
 WorldFixture::~WorldFixture() { resetWorldGlobals(); }

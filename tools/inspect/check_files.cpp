@@ -6,6 +6,7 @@
 #include "render/dds.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/faults.h"
+#include "world/object_class.h"
 
 namespace dunkman::inspect {
 
@@ -13,16 +14,21 @@ namespace {
 
 constexpr std::uint32_t fourCcDxt1 = 0x31545844; // "DXT1"
 
-// Keys that the program itself looks up.
-constexpr std::array<std::string_view, 21> requiredImages = {
-    "sunset",    "menuBackground", "logo",         "logoTheGame",   "player",       "playerUnarmed",
-    "zombie",    "zombieDeath0",   "zombieDeath1", "zombieDeath2",  "zombieDeath3", "flamingo",
-    "pineapple", "pineappleHeart", "cocktailFull", "cocktailSpill", "palmTree",     "btnArrow",
-    "btnZ",      "btnX",           "btnEsc"};
+// Keys that the screens look up.
+constexpr std::array<std::string_view, 12> screenImages = {
+    "sunset",        "menuBackground", "logo",     "logoTheGame", "pineappleHeart", "cocktailFull",
+    "cocktailSpill", "palmTree",       "btnArrow", "btnZ",        "btnX",           "btnEsc"};
 
 constexpr std::array<std::string_view, 8> requiredUniforms = {
     "mat4 uViewProjection", "vec4 uDestMinAndSize", "vec4 uPosCosSin",           "uint uMirrorFlags",
     "sampler2D uTexture",   "float zOffset",        "vec3 uGammaGainSaturation", "vec3 uTint"};
+
+void requireImage(const JsonValue& images, std::string_view key, Faults& faults) {
+    if (!images.contains(key)) {
+        faults.add("images_compressed.json5",
+                   "The image \"" + std::string(key) + "\", which the game needs, is missing.");
+    }
+}
 
 void checkDds(const std::string& path, Faults& faults) {
     try {
@@ -62,10 +68,12 @@ void checkImages(const JsonValue& images, Faults& faults) {
             checkDds(image.value.stringValue, faults);
         }
     }
-    for (const std::string_view key : requiredImages) {
-        if (!images.contains(key)) {
-            faults.add("images_compressed.json5",
-                       "The image \"" + std::string(key) + "\", which the game needs, is missing.");
+    for (const std::string_view key : screenImages) {
+        requireImage(images, key, faults);
+    }
+    for (std::size_t type = 0; type < objectTypeCount; ++type) {
+        for (const std::string_view key : classOf(static_cast<ObjectType>(type)).images) {
+            requireImage(images, key, faults);
         }
     }
     for (char letter = 'A'; letter <= 'Z'; ++letter) {

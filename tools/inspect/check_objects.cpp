@@ -5,11 +5,8 @@
 #include <vector>
 
 #include "base/key_states.h"
-#include "render/image_table.h"
 #include "tools/inspect/faults.h"
-#include "world/object.h"
-#include "world/object_type.h"
-#include "world/registry.h"
+#include "world/object_class.h"
 
 namespace dunkman::inspect {
 
@@ -28,26 +25,25 @@ template <typename Names> bool isOneOf(const Names& names, std::string_view name
 
 class ObjectCheck {
 public:
-    ObjectCheck(const JsonValue& knownRecipes, const JsonValue& knownPrefabs, Faults& faultList)
-        : recipes(knownRecipes), prefabs(knownPrefabs), faults(faultList) {}
+    ObjectCheck(const JsonValue& knownImages, const JsonValue& knownRecipes, const JsonValue& knownPrefabs,
+                Faults& faultList)
+        : images(knownImages), recipes(knownRecipes), prefabs(knownPrefabs), faults(faultList) {}
 
     // A property object against the class that it is for.
     void checkProperties(std::string_view file, const std::string& name, const JsonValue& properties,
                          ObjectType type) {
-        const OwnedObject object = createObject(type);
-        const JsonValue known = object->writeProperties();
         for (const JsonMember& member : properties.objectValue) {
             if (member.key == "_type" || isOneOf(recipeEntryMembers, member.key)) {
                 continue;
             }
-            const JsonValue* field = known.find(member.key);
+            const Field* field = findField(type, member.key);
             if (field == nullptr) {
                 faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property \"" +
                                      member.key + "\".");
-            } else if (!accepts(*field, member.value)) {
+            } else if (!accepts(field->kind, member.value)) {
                 faults.add(file,
                            name + ": the value of \"" + member.key + "\" is of a kind that is passed over.");
-            } else if (member.key == "imageKey" && imageTable.count(member.value.stringValue) == 0) {
+            } else if (member.key == "imageKey" && !images.contains(member.value.stringValue)) {
                 faults.add(file, name + ": there is no image \"" + member.value.stringValue + "\".");
             }
         }
@@ -133,16 +129,22 @@ private:
 
     static constexpr int maxDepth = 32; // of nested prefabs, against cycles
 
-    static bool accepts(const JsonValue& field, const JsonValue& value) {
-        switch (field.kind) {
-        case JsonKind::Float:
+    static bool accepts(FieldKind kind, const JsonValue& value) {
+        switch (kind) {
+        case FieldKind::Number:
+        case FieldKind::Timer:
             return value.isNumber();
-        case JsonKind::Array:
+        case FieldKind::WholeNumber:
+            return value.kind == JsonKind::Integer;
+        case FieldKind::Flag:
+            return value.kind == JsonKind::Bool;
+        case FieldKind::Text:
+            return value.kind == JsonKind::String;
+        case FieldKind::Pair:
             return value.isNumber() || (value.kind == JsonKind::Array && value.arrayValue.size() == 2 &&
                                         value.arrayValue[0].isNumber() && value.arrayValue[1].isNumber());
-        default:
-            return value.kind == field.kind;
         }
+        return false;
     }
 
     void checkEntry(std::string_view file, const std::string& where, const JsonValue& entry) {
@@ -200,30 +202,18 @@ private:
         path.pop_back();
     }
 
+    const JsonValue& images;
     const JsonValue& recipes;
     const JsonValue& prefabs;
     Faults& faults;
     std::vector<std::string> path; // prefabs being expanded
 };
 
-// Objects look their images up while they are made; the check needs the keys alone.
-void fillImageTable(const JsonValue& images) {
-    resetImageTable();
-    for (const JsonMember& image : images.objectValue) {
-        imageTable[image.key] = Texture2D{};
-    }
-    for (const char* key : {"player", "playerUnarmed", "zombie", "zombieDeath0", "zombieDeath1",
-                            "zombieDeath2", "zombieDeath3", "flamingo", "pineapple"}) {
-        imageTable.try_emplace(key);
-    }
-}
-
 } // namespace
 
 void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonValue& prefabs,
                   const JsonValue& scene, Faults& faults) {
-    fillImageTable(images);
-    ObjectCheck check(recipes, prefabs, faults);
+    ObjectCheck check(images, recipes, prefabs, faults);
     check.checkRecipes();
     check.checkPrefabs();
     check.checkEntries("scene.json5", "scene", scene);
@@ -235,7 +225,6 @@ void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonV
     if (!types.contains(ObjectType::Camera)) {
         faults.add("scene.json5", "The scene has no Camera.");
     }
-    resetImageTable();
 }
 
 void checkRecording(const JsonValue& recording, Faults& faults) {
