@@ -1,105 +1,48 @@
+#include "bench/json5_peers.h"
+#include "bench/json5_texts.h"
 #include "json5/canonical.h"
-#include "json5/reader.h"
-#include "json5/writer.h"
 
 #include <benchmark/benchmark.h>
 
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
-// Bytes per second of the reader, the writer and the hexadecimal floats of traces.
+// Bytes of text per second that the reader takes and the writer gives, beside other libraries where they are
+// installed, and the hexadecimal floats of traces. The rows are called read/TEXT/BYTES/LIBRARY and
+// write/TEXT/BYTES/LIBRARY; rows that are to be compared stand side by side, and
+// --benchmark_enable_random_interleaving=true with some repetitions mixes them. Reading includes giving the
+// tree back.
 
 namespace {
 
 using namespace dunkman;
-
-// Entries as a scene has them: unquoted keys, names, positions, now and then a prefab and a comment.
-std::string sceneText(std::size_t textSize) {
-    std::mt19937_64 random(1);
-    const auto coordinate = [&random] {
-        std::string text = std::to_string(static_cast<double>(random() % 40000) / 1000.0 - 20.0);
-        return text.substr(0, text.size() - 3);
-    };
-    std::string text = "// arena\n[\n";
-    while (text.size() < textSize) {
-        text += "  { recipe: \"palmTreeTall\", tag: \"scenery\", position: [" + coordinate() + ", " +
-                coordinate() + "], mirrorX: " + (random() % 2 == 0 ? "true" : "false") +
-                ", zOffset: 0.25 },\n";
-        if (random() % 4 == 0) {
-            text += "  // the bar\n  { prefab: 'beachBar', offset: [" + coordinate() +
-                    ", 3], overrides: {table: {size: [1, 1.5]}} },\n";
-        }
-    }
-    return text + "]\n";
-}
-
-std::string numberText(std::size_t textSize) {
-    std::mt19937_64 random(2);
-    std::string text = "[";
-    while (text.size() < textSize) {
-        text += std::to_string(static_cast<double>(random() % 100000000) / 100000.0) + ", ";
-        text += std::to_string(random() % 1000000) + ", ";
-    }
-    return text + "]\n";
-}
-
-std::string recordingText(std::size_t textSize) {
-    std::mt19937_64 random(3);
-    JsonValue recording = JsonValue::makeArray();
-    const int frames = static_cast<int>(textSize / 120);
-    for (int frame = 0; frame < frames; ++frame) {
-        JsonValue& record = recording.append() = JsonValue::makeObject();
-        record.member("frame") = JsonValue::makeInteger(frame);
-        JsonValue& change = (record.member("newKeyStates") = JsonValue::makeArray()).append();
-        change = JsonValue::makeObject();
-        change.member("key") = JsonValue::makeInteger(static_cast<std::int64_t>(random() % 128));
-        change.member("state") = JsonValue::makeInteger(static_cast<std::int64_t>(random() % 4));
-    }
-    std::string text;
-    writeJson5(recording, text, "  ");
-    return text;
-}
-
-JsonValue parse(const std::string& text) {
-    JsonValue value;
-    Json5Report report;
-    parseDocument(std::string_view(text), report, value);
-    return value;
-}
+using bench::Ours;
 
 void countBytes(benchmark::State& state, std::size_t bytesPerRound) {
     state.SetBytesProcessed(static_cast<std::int64_t>(bytesPerRound) * state.iterations());
 }
 
-void readText(benchmark::State& state, const std::string& text) {
+template <typename Library> void read(benchmark::State& state, const std::string& text) {
     for (auto _ : state) {
-        JsonValue value = parse(text);
-        benchmark::DoNotOptimize(value);
+        const typename Library::Value value = Library::read(text);
+        benchmark::DoNotOptimize(&value);
+        benchmark::ClobberMemory();
     }
     countBytes(state, text.size());
 }
 
-void writeText(benchmark::State& state, const std::string& text) {
-    const JsonValue value = parse(text);
+template <typename Library> void write(benchmark::State& state, const std::string& text) {
+    const typename Library::Value value = Library::read(text);
     std::size_t size = 0;
     for (auto _ : state) {
-        std::string out;
-        writeJson5(value, out, "  ");
+        const std::string out = Library::write(value);
         benchmark::DoNotOptimize(out.data());
         size = out.size();
     }
     countBytes(state, size);
 }
-
-std::size_t sizeOf(const benchmark::State& state) { return static_cast<std::size_t>(state.range(0)); }
-
-void readScene(benchmark::State& state) { readText(state, sceneText(sizeOf(state))); }
-void readNumbers(benchmark::State& state) { readText(state, numberText(sizeOf(state))); }
-void readRecording(benchmark::State& state) { readText(state, recordingText(sizeOf(state))); }
-void writeScene(benchmark::State& state) { writeText(state, sceneText(sizeOf(state))); }
-void writeNumbers(benchmark::State& state) { writeText(state, numberText(sizeOf(state))); }
-void writeRecording(benchmark::State& state) { writeText(state, recordingText(sizeOf(state))); }
 
 void printHexFloats(benchmark::State& state) {
     std::mt19937_64 random(4);
@@ -118,16 +61,59 @@ void printHexFloats(benchmark::State& state) {
     countBytes(state, out.size());
 }
 
-// A file as the game has them, and one that no cache holds.
-constexpr std::int64_t ordinarySize = 64'000;
-constexpr std::int64_t hugeSize = 4'000'000;
+using MakeText = std::string (*)(std::size_t textSize);
+using Measure = void (*)(benchmark::State& state, const std::string& text);
 
-BENCHMARK(readScene)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(readNumbers)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(readRecording)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeScene)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeNumbers)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeRecording)->Arg(ordinarySize)->Arg(hugeSize)->Unit(benchmark::kMillisecond);
-BENCHMARK(printHexFloats)->Unit(benchmark::kMicrosecond);
+// The text is made when the row runs, so that a filter costs nothing.
+void addRow(const std::string& name, Measure measure, MakeText makeText, std::size_t textSize) {
+    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+        measure(state, makeText(textSize));
+    })->Unit(benchmark::kMillisecond);
+}
+
+template <typename Library>
+void addReadRow(const std::string& row, const char* library, MakeText makeText, std::size_t textSize) {
+    addRow("read/" + row + library, read<Library>, makeText, textSize);
+}
+
+template <typename Library>
+void addWriteRow(const std::string& row, const char* library, MakeText makeText, std::size_t textSize) {
+    addRow("write/" + row + library, write<Library>, makeText, textSize);
+}
+
+bool addRows() {
+    struct Text {
+        const char* name;
+        MakeText make;
+    };
+    constexpr Text plainTexts[] = {
+        {"scene", bench::sceneText}, {"numbers", bench::numberText}, {"recording", bench::recordingText}};
+    // A file as the game has them, and one that no cache holds.
+    for (const std::size_t size : {std::size_t{64'000}, std::size_t{4'000'000}}) {
+        const std::string ending = "/" + std::to_string(size) + "/";
+        for (const Text& text : plainTexts) {
+            const std::string row = text.name + ending;
+            addReadRow<Ours>(row, "ours", text.make, size);
+#ifdef DUNKMAN_BENCH_NLOHMANN
+            addReadRow<bench::Nlohmann>(row, "nlohmann", text.make, size);
+#endif
+#ifdef DUNKMAN_BENCH_RAPIDJSON
+            addReadRow<bench::RapidJson>(row, "rapidjson", text.make, size);
+#endif
+            addWriteRow<Ours>(row, "ours", text.make, size);
+#ifdef DUNKMAN_BENCH_NLOHMANN
+            addWriteRow<bench::Nlohmann>(row, "nlohmann", text.make, size);
+#endif
+#ifdef DUNKMAN_BENCH_RAPIDJSON
+            addWriteRow<bench::RapidJson>(row, "rapidjson", text.make, size);
+#endif
+        }
+        addReadRow<Ours>("dialect" + ending, "ours", bench::dialectText, size);
+    }
+    benchmark::RegisterBenchmark("hexFloats", printHexFloats)->Unit(benchmark::kMicrosecond);
+    return true;
+}
+
+const bool rowsAdded = addRows();
 
 } // namespace
