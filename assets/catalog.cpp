@@ -18,9 +18,10 @@ AssetCatalog assetCatalog;
 void AssetCatalog::loadAll() {
     const JsonValue images = parseFile("images_compressed.json5");
     for (const JsonMember& image : images.asObject()) {
-        const Texture2D texture(image.value.asString());
-        if (imageTable.insert_or_assign(image.key, texture).second) {
-            imageKeys.push_back(image.key);
+        const std::string key(image.key());
+        const Texture2D texture(std::string(image.value.asString()));
+        if (imageTable.insert_or_assign(key, texture).second) {
+            imageKeys.push_back(key);
         }
     }
 

@@ -173,7 +173,7 @@ void removeObjects(benchmark::State& state) {
 void loadSceneEntries(benchmark::State& state) {
     startEmpty();
     assetCatalog.recipes =
-        valueOf("{zombie: {_type: 'Zombie', size: 2.0, health: 3, imageKey: 'zombie'}}").objectValue;
+        valueOf("{zombie: {_type: 'Zombie', size: 2.0, health: 3, imageKey: 'zombie'}}").objectValue();
     assetCatalog.prefabs = valueOf("{crowd: [" +
                                    [] {
                                        std::string entries;
@@ -184,7 +184,7 @@ void loadSceneEntries(benchmark::State& state) {
                                        return entries;
                                    }() +
                                    "]}")
-                               .objectValue;
+                               .objectValue();
     std::string text = "[";
     for (std::int64_t number = 0; number < state.range(0); number += 20) {
         text +=

@@ -4,6 +4,8 @@
 #include <array>
 #include <bit>
 #include <charconv>
+#include <span>
+#include <vector>
 
 namespace dunkman {
 
@@ -37,7 +39,7 @@ void appendString(std::string& text, std::string_view bytes) {
 
 void appendValue(std::string& text, const JsonValue& value);
 
-void appendArray(std::string& text, const std::vector<JsonValue>& elements) {
+void appendArray(std::string& text, std::span<const JsonValue> elements) {
     text += '[';
     std::string_view separator;
     for (const JsonValue& element : elements) {
@@ -56,13 +58,13 @@ void appendObject(std::string& text, const JsonMembers& members) {
     }
     // Keys differ, and string comparison is by unsigned bytes.
     std::sort(sorted.begin(), sorted.end(),
-              [](const JsonMember* left, const JsonMember* right) { return left->key < right->key; });
+              [](const JsonMember* left, const JsonMember* right) { return left->key() < right->key(); });
     text += '{';
     std::string_view separator;
     for (const JsonMember* member : sorted) {
         text += separator;
         separator = ",";
-        appendString(text, member->key);
+        appendString(text, member->key());
         text += ':';
         appendValue(text, member->value);
     }
@@ -72,22 +74,22 @@ void appendObject(std::string& text, const JsonMembers& members) {
 void appendValue(std::string& text, const JsonValue& value) {
     switch (value.kind) {
     case JsonKind::Bool:
-        text += value.boolValue ? "true" : "false";
+        text += value.boolValue() ? "true" : "false";
         break;
     case JsonKind::Integer:
-        appendInteger(text, value.intValue);
+        appendInteger(text, value.intValue());
         break;
     case JsonKind::Float:
-        appendHexFloat(text, value.floatValue);
+        appendHexFloat(text, value.floatValue());
         break;
     case JsonKind::String:
-        appendString(text, value.stringValue);
+        appendString(text, value.stringValue());
         break;
     case JsonKind::Array:
-        appendArray(text, value.arrayValue);
+        appendArray(text, value.arrayValue());
         break;
     case JsonKind::Object:
-        appendObject(text, value.objectValue);
+        appendObject(text, value.objectValue());
         break;
     case JsonKind::Null:
         text += "null";

@@ -193,11 +193,10 @@ void Json5Reader::parseValue(JsonValue& value) {
         break;
     case '"':
     case '\'':
-        value.kind = JsonKind::String;
+        value.setString({});
         parseString(character);
-        value.stringValue.clear();
         if (!failed()) {
-            value.stringValue.swap(buffer);
+            value.setString(buffer);
         }
         break;
     case 'f':
@@ -230,9 +229,10 @@ bool Json5Reader::parseKeyword(std::string_view rest, JsonKind kind, bool flag, 
         }
         return false;
     }
-    value.kind = kind;
     if (kind == JsonKind::Bool) {
-        value.boolValue = flag;
+        value.setBool(flag);
+    } else {
+        value.kind = kind;
     }
     return true;
 }
@@ -262,7 +262,7 @@ void Json5Reader::parseObject(JsonValue& value) {
         if (failed()) {
             return;
         }
-        JsonValue& member = value.objectValue[buffer];
+        JsonValue& member = value.objectValue()[buffer];
         skip();
         if (failed()) {
             return;
@@ -309,9 +309,6 @@ void Json5Reader::parseArray(JsonValue& value) {
     char character = read();
     while (!failed() && character != ']') {
         pushBack();
-        if (value.arrayValue.capacity() == 0) {
-            value.arrayValue.reserve(2); // the many pairs of a scene fit just so
-        }
         parseValue(value.append());
         if (failed()) {
             return;

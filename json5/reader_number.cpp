@@ -14,17 +14,12 @@ namespace {
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
-void setFloat(JsonValue& value, double number) {
-    value.kind = JsonKind::Float;
-    value.floatValue = number;
-}
-
 } // namespace
 
 void Json5Reader::parseNumber(char first, JsonValue& value) {
     if (first == 'N') {
         if (expect("aN", Expect::Hard)) {
-            setFloat(value, std::numeric_limits<double>::quiet_NaN());
+            value.setFloat(std::numeric_limits<double>::quiet_NaN());
         }
         return;
     }
@@ -33,7 +28,7 @@ void Json5Reader::parseNumber(char first, JsonValue& value) {
     if (character == 'I') {
         if (expect("nfinity", Expect::Hard)) {
             constexpr double infinity = std::numeric_limits<double>::infinity();
-            setFloat(value, negative ? -infinity : infinity);
+            value.setFloat(negative ? -infinity : infinity);
         }
         return;
     }
@@ -51,15 +46,14 @@ void Json5Reader::parseNumber(char first, JsonValue& value) {
 // the Integer already there.
 void Json5Reader::parseHexNumber(JsonValue& value) {
     read(); // the "x"
-    value.kind = JsonKind::Integer;
-    std::uint64_t number = static_cast<std::uint64_t>(value.intValue) << 4;
+    std::uint64_t number = static_cast<std::uint64_t>(value.intValue()) << 4;
     bool anyDigit = false;
     for (int digit = hexDigitOf(read()); digit != notHexDigit; digit = hexDigitOf(read())) {
         anyDigit = true;
         number = (number + static_cast<std::uint64_t>(digit)) << 4;
     }
     pushBack();
-    value.intValue = static_cast<std::int64_t>(number);
+    value.setInteger(static_cast<std::int64_t>(number));
     if (!anyDigit) {
         fail(Json5Error::Syntax, std::string("Unexpected '") + peek() + "', expected hexadecimal digit.");
     }
@@ -73,10 +67,9 @@ void Json5Reader::parseDecimalNumber(char first, bool negative, JsonValue& value
         return;
     }
     if (literal.hasPoint || !literal.exponentDigits.empty()) {
-        setFloat(value, floatFromLiteral(literal));
+        value.setFloat(floatFromLiteral(literal));
     } else {
-        value.intValue = integerFromLiteral(literal);
-        value.kind = JsonKind::Integer;
+        value.setInteger(integerFromLiteral(literal));
     }
 }
 

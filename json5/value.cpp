@@ -1,24 +1,15 @@
 #include "json5/value.h"
 
-#include <bit>
+#include "json5/array_block.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace dunkman {
 
+static_assert(sizeof(JsonValue) == 16, "large files are read as fast as memory takes their values");
+
 namespace {
-
-// Up to here a walk over the keys beats hashing one.
-constexpr std::size_t maxMembersWithoutIndex = 8;
-
-// 64-bit FNV-1a.
-std::size_t hashKey(std::string_view key) {
-    std::uint64_t hash = 0xcbf29ce484222325u;
-    for (const char byte : key) {
-        hash ^= static_cast<unsigned char>(byte);
-        hash *= 0x100000001b3u;
-    }
-    return static_cast<std::size_t>(hash ^ (hash >> 32));
-}
 
 void reportIfOtherKind(const JsonValue& value, JsonKind wanted) {
     if (value.kind != wanted && jsonKindMismatchHandler != nullptr) {
@@ -29,9 +20,9 @@ void reportIfOtherKind(const JsonValue& value, JsonKind wanted) {
 // Sets `target` when the element is a number.
 bool readNumber(const JsonValue& element, double& target) {
     if (element.kind == JsonKind::Float) {
-        target = element.floatValue;
+        target = element.floatValue();
     } else if (element.kind == JsonKind::Integer) {
-        target = static_cast<double>(element.intValue);
+        target = static_cast<double>(element.intValue());
     } else {
         return false;
     }
@@ -44,162 +35,99 @@ JsonKindMismatchHandler jsonKindMismatchHandler = nullptr;
 
 void resetJsonKindMismatchHandler() { jsonKindMismatchHandler = nullptr; }
 
-JsonMembers::JsonMembers() = default;
-JsonMembers::JsonMembers(JsonMembers&& other) noexcept = default;
-JsonMembers& JsonMembers::operator=(JsonMembers&& other) noexcept = default;
-JsonMembers::~JsonMembers() = default;
+// Memory
 
-JsonMembers::JsonMembers(const JsonMembers& other) {
-    if (other.empty()) {
-        return;
-    }
-    for (const JsonMember& member : other) {
-        append(member.key).value = member.value;
-    }
-    table->slots = other.table->slots;
-}
-
-JsonMembers& JsonMembers::operator=(const JsonMembers& other) {
-    // Copied before anything is dropped: `other` may live inside one of our own members.
-    JsonMembers copy(other);
-    table = std::move(copy.table);
-    return *this;
-}
-
-JsonMember* JsonMembers::findMember(std::string_view key) const {
-    if (!table) {
-        return nullptr;
-    }
-    if (table->slots.empty()) {
-        for (std::size_t number = 0; number < table->count; ++number) {
-            JsonMember& candidate = table->at(number);
-            if (candidate.key == key) {
-                return &candidate;
-            }
-        }
-        return nullptr;
-    }
-    const std::size_t mask = table->slots.size() - 1;
-    for (std::size_t slot = hashKey(key) & mask; table->slots[slot] != 0; slot = (slot + 1) & mask) {
-        JsonMember& candidate = table->at(table->slots[slot] - 1);
-        if (candidate.key == key) {
-            return &candidate;
-        }
-    }
-    return nullptr;
-}
-
-// A new member behind the others; the index is not told.
-JsonMember& JsonMembers::append(std::string_view key) {
-    if (!table) {
-        table = std::make_unique<Table>();
-    }
-    const std::size_t number = table->count;
-    if (number >= Table::firstSize && std::has_single_bit(number)) { // every block is full
-        table->blocks.push_back(std::make_unique<JsonMember[]>(number));
-    }
-    ++table->count;
-    JsonMember& member = table->at(number);
-    member.key = key;
-    return member;
-}
-
-// Enters a member into the index, which has a free slot.
-void JsonMembers::enterIndex(std::size_t number) {
-    const std::size_t mask = table->slots.size() - 1;
-    std::size_t slot = hashKey(table->at(number).key) & mask;
-    while (table->slots[slot] != 0) {
-        slot = (slot + 1) & mask;
-    }
-    table->slots[slot] = static_cast<std::uint32_t>(number + 1);
-}
-
-// Keeps at least twice as many slots as members, once there are enough members to be worth it.
-void JsonMembers::indexLast() {
-    const std::size_t count = table->count;
-    if (count <= maxMembersWithoutIndex) {
-        return;
-    }
-    if (2 * count <= table->slots.size()) {
-        enterIndex(count - 1);
-        return;
-    }
-    table->slots.assign(4 * std::bit_ceil(count), 0);
-    for (std::size_t number = 0; number < count; ++number) {
-        enterIndex(number);
+JsonValue::JsonValue(const JsonValue& other) : kind(other.kind) {
+    if (other.ownsMemory()) {
+        copyOwned(other);
+    } else {
+        bytes = other.bytes;
+        held = other.held;
     }
 }
 
-JsonValue* JsonMembers::find(std::string_view key) {
-    JsonMember* member = findMember(key);
-    return member != nullptr ? &member->value : nullptr;
-}
-
-const JsonValue* JsonMembers::find(std::string_view key) const {
-    const JsonMember* member = findMember(key);
-    return member != nullptr ? &member->value : nullptr;
-}
-
-bool JsonMembers::contains(std::string_view key) const { return findMember(key) != nullptr; }
-
-JsonValue& JsonMembers::operator[](std::string_view key) {
-    if (JsonMember* member = findMember(key)) {
-        return member->value;
+void JsonValue::copyOwned(const JsonValue& other) {
+    switch (other.held) {
+    case Held::LongString:
+        store(other.held, new std::string(*other.load<std::string*>()));
+        break;
+    case Held::Array:
+        store(other.held, copyArrayBlock(*other.load<JsonArrayBlock*>()));
+        break;
+    case Held::Object:
+        store(other.held, new JsonMembers(*other.load<JsonMembers*>()));
+        break;
+    case Held::Several:
+        store(other.held, new Fields(*other.load<Fields*>()));
+        break;
+    default: // nothing that is owned
+        break;
     }
-    JsonValue& value = append(key).value;
-    indexLast();
-    return value;
 }
 
-void JsonMembers::clear() { table.reset(); }
+void JsonValue::release() {
+    switch (held) {
+    case Held::LongString:
+        delete load<std::string*>();
+        break;
+    case Held::Array:
+        deleteArrayBlock(load<JsonArrayBlock*>());
+        break;
+    case Held::Object:
+        delete load<JsonMembers*>();
+        break;
+    case Held::Several:
+        delete load<Fields*>();
+        break;
+    default:
+        break;
+    }
+    held = Held::Nothing;
+}
 
 JsonValue& JsonValue::operator=(const JsonValue& other) { return *this = JsonValue(other); }
 
 JsonValue& JsonValue::operator=(JsonValue&& other) noexcept {
     // Taken out first, so that a value can be replaced by one of its own elements or members.
     JsonValue taken(std::move(other));
+    std::swap(bytes, taken.bytes);
+    std::swap(held, taken.held);
     kind = taken.kind;
-    boolValue = taken.boolValue;
-    intValue = taken.intValue;
-    floatValue = taken.floatValue;
-    stringValue.swap(taken.stringValue);
-    arrayValue.swap(taken.arrayValue);
-    objectValue = std::move(taken.objectValue);
     return *this;
 }
 
+// Makers
+
 JsonValue JsonValue::makeBool(bool value) {
     JsonValue made;
-    made.kind = JsonKind::Bool;
-    made.boolValue = value;
+    made.setBool(value);
     return made;
 }
 
 JsonValue JsonValue::makeInteger(std::int64_t value) {
     JsonValue made;
-    made.kind = JsonKind::Integer;
-    made.intValue = value;
+    made.setInteger(value);
     return made;
 }
 
 JsonValue JsonValue::makeFloat(double value) {
     JsonValue made;
-    made.kind = JsonKind::Float;
-    made.floatValue = value;
+    made.setFloat(value);
     return made;
 }
 
-JsonValue JsonValue::makeString(std::string value) {
+JsonValue JsonValue::makeString(std::string_view value) {
     JsonValue made;
-    made.kind = JsonKind::String;
-    made.stringValue = std::move(value);
+    made.setString(value);
     return made;
 }
 
 JsonValue JsonValue::makeArray(std::vector<JsonValue> elements) {
     JsonValue made;
     made.kind = JsonKind::Array;
-    made.arrayValue = std::move(elements);
+    for (JsonValue& element : elements) {
+        made.append() = std::move(element);
+    }
     return made;
 }
 
@@ -211,9 +139,8 @@ JsonValue JsonValue::makeObject() {
 
 JsonValue JsonValue::makePair(double x, double y) {
     JsonValue made = makeArray();
-    made.arrayValue.reserve(2);
-    made.arrayValue.push_back(makeFloat(x));
-    made.arrayValue.push_back(makeFloat(y));
+    made.append().setFloat(x);
+    made.append().setFloat(y);
     return made;
 }
 
@@ -222,52 +149,139 @@ const JsonValue& JsonValue::null() {
     return shared;
 }
 
-const JsonValue* JsonValue::find(std::string_view key) const { return objectValue.find(key); }
+// Fields
+
+// Where there is a field already: that one's place, or one of its own for each field.
+JsonValue& JsonValue::holderBesides(JsonKind field) {
+    // By what is held; Null where that is nothing.
+    constexpr std::array<JsonKind, 8> fieldOf = {JsonKind::Null,  JsonKind::Bool,   JsonKind::Integer,
+                                                 JsonKind::Float, JsonKind::String, JsonKind::String,
+                                                 JsonKind::Array, JsonKind::Object};
+    if (held == Held::Several) {
+        return (*load<Fields*>())[static_cast<std::size_t>(field)];
+    }
+    const JsonKind present = fieldOf[static_cast<std::size_t>(held)];
+    if (present == field) {
+        return *this;
+    }
+    auto fields = std::make_unique<Fields>();
+    JsonValue& own = (*fields)[static_cast<std::size_t>(present)];
+    own.bytes = bytes;
+    own.held = held;
+    JsonValue& wanted = (*fields)[static_cast<std::size_t>(field)];
+    store(Held::Several, fields.release());
+    return wanted;
+}
+
+bool JsonValue::boolValue() const {
+    const JsonValue& holder = holderOf(JsonKind::Bool);
+    return holder.held == Held::Bool && holder.load<bool>();
+}
+
+std::int64_t JsonValue::intValue() const {
+    const JsonValue& holder = holderOf(JsonKind::Integer);
+    return holder.held == Held::Integer ? holder.load<std::int64_t>() : 0;
+}
+
+double JsonValue::floatValue() const {
+    const JsonValue& holder = holderOf(JsonKind::Float);
+    return holder.held == Held::Float ? holder.load<double>() : 0.0;
+}
+
+std::span<const JsonValue> JsonValue::arrayValue() const& {
+    const JsonValue& holder = holderOf(JsonKind::Array);
+    if (holder.held != Held::Array) {
+        return {};
+    }
+    JsonArrayBlock& block = *holder.load<JsonArrayBlock*>();
+    return {block.elements(), block.count};
+}
+
+std::span<JsonValue> JsonValue::arrayValue() & {
+    const std::span<const JsonValue> elements = std::as_const(*this).arrayValue();
+    return {const_cast<JsonValue*>(elements.data()), elements.size()}; // our own, which are not const
+}
+
+const JsonMembers& JsonValue::objectValue() const& {
+    static const JsonMembers none;
+    const JsonValue& holder = holderOf(JsonKind::Object);
+    return holder.held == Held::Object ? *holder.load<JsonMembers*>() : none;
+}
+
+JsonMembers& JsonValue::objectValue() & {
+    JsonValue& holder = held == Held::Object ? *this : holderFor(JsonKind::Object);
+    if (holder.held != Held::Object) {
+        holder.store(Held::Object, new JsonMembers());
+    }
+    return *holder.load<JsonMembers*>();
+}
+
+void JsonValue::putString(std::string_view value) {
+    if (held == Held::LongString) {
+        load<std::string*>()->assign(value);
+    } else if (value.size() > maxShortString) {
+        store(Held::LongString, new std::string(value));
+    } else {
+        std::copy(value.begin(), value.end(), bytes.begin());
+        bytes.back() = static_cast<char>(value.size());
+        held = Held::ShortString;
+    }
+}
+
+JsonMembers JsonValue::objectValue() && { return std::move(objectValue()); }
+
+JsonValue& JsonValue::append() {
+    JsonValue& holder = held == Held::Array ? *this : holderFor(JsonKind::Array);
+    JsonArrayBlock* block = holder.held == Held::Array ? holder.load<JsonArrayBlock*>() : nullptr;
+    JsonValue& element = appendElement(block);
+    holder.store(Held::Array, block);
+    return element;
+}
+
+const JsonValue* JsonValue::find(std::string_view key) const { return objectValue().find(key); }
 
 const JsonValue& JsonValue::get(std::string_view key) const {
-    const JsonValue* found = objectValue.find(key);
+    const JsonValue* found = find(key);
     return found != nullptr ? *found : null();
 }
 
 const JsonMembers* JsonValue::findObject(std::string_view key) const {
-    const JsonValue* found = objectValue.find(key);
-    return found != nullptr && found->kind == JsonKind::Object ? &found->objectValue : nullptr;
+    const JsonValue* found = find(key);
+    return found != nullptr && found->kind == JsonKind::Object ? &found->objectValue() : nullptr;
 }
 
-bool JsonValue::contains(std::string_view key) const { return objectValue.contains(key); }
+bool JsonValue::contains(std::string_view key) const { return find(key) != nullptr; }
 
-JsonValue& JsonValue::member(std::string_view key) { return objectValue[key]; }
-
-JsonValue& JsonValue::append() { return arrayValue.emplace_back(); }
+JsonValue& JsonValue::member(std::string_view key) { return objectValue()[key]; }
 
 bool JsonValue::asBool() const {
     reportIfOtherKind(*this, JsonKind::Bool);
-    return boolValue;
+    return boolValue();
 }
 
 std::int64_t JsonValue::asInteger() const {
     reportIfOtherKind(*this, JsonKind::Integer);
-    return intValue;
+    return intValue();
 }
 
 double JsonValue::asFloat() const {
     reportIfOtherKind(*this, JsonKind::Float);
-    return floatValue;
+    return floatValue();
 }
 
-const std::string& JsonValue::asString() const {
+std::string_view JsonValue::asString() const {
     reportIfOtherKind(*this, JsonKind::String);
-    return stringValue;
+    return stringValue();
 }
 
-const std::vector<JsonValue>& JsonValue::asArray() const {
+std::span<const JsonValue> JsonValue::asArray() const {
     reportIfOtherKind(*this, JsonKind::Array);
-    return arrayValue;
+    return arrayValue();
 }
 
 const JsonMembers& JsonValue::asObject() const {
     reportIfOtherKind(*this, JsonKind::Object);
-    return objectValue;
+    return objectValue();
 }
 
 bool readPair(const JsonValue& value, double& x, double& y) {
@@ -277,11 +291,11 @@ bool readPair(const JsonValue& value, double& x, double& y) {
         y = number;
         return true;
     }
-    if (value.kind != JsonKind::Array || value.arrayValue.size() != 2 ||
-        !readNumber(value.arrayValue[0], x)) {
+    const std::span<const JsonValue> elements = value.arrayValue();
+    if (value.kind != JsonKind::Array || elements.size() != 2 || !readNumber(elements[0], x)) {
         return false;
     }
-    readNumber(value.arrayValue[1], y);
+    readNumber(elements[1], y);
     return true;
 }
 

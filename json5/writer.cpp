@@ -10,27 +10,27 @@ namespace dunkman {
 void Json5Writer::write(const JsonValue& value, int depth) {
     switch (value.kind) {
     case JsonKind::Bool:
-        out += value.boolValue ? "true" : "false";
+        out += value.boolValue() ? "true" : "false";
         break;
     case JsonKind::Integer: {
         std::array<char, 24> digits;
-        const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value.intValue);
+        const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value.intValue());
         out.append(digits.data(), result.ptr);
         break;
     }
     case JsonKind::Float:
-        writeFloat(value.floatValue);
+        writeFloat(value.floatValue());
         break;
     case JsonKind::String:
         out += '"';
-        out += value.stringValue;
+        out += value.stringValue();
         out += '"';
         break;
     case JsonKind::Array:
-        writeArray(value.arrayValue, depth);
+        writeArray(value.arrayValue(), depth);
         break;
     case JsonKind::Object:
-        writeObject(value.objectValue, depth);
+        writeObject(value.objectValue(), depth);
         break;
     case JsonKind::Null:
         out += "null";
@@ -56,7 +56,7 @@ void Json5Writer::writeFloat(double number) {
     }
 }
 
-void Json5Writer::writeArray(const std::vector<JsonValue>& elements, int depth) {
+void Json5Writer::writeArray(std::span<const JsonValue> elements, int depth) {
     const bool onLines =
         !indentUnit.empty() && !elements.empty() && elements.front().kind == JsonKind::Object;
     out += '[';
@@ -93,7 +93,7 @@ void Json5Writer::writeObject(const JsonMembers& members, int depth) {
             indent(depth + 1);
         }
         out += '"';
-        out += member.key;
+        out += member.key();
         out += "\": ";
         write(member.value, depth + 1);
         if (--left != 0) {

@@ -3,6 +3,7 @@
 #include "json5/value.h"
 
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -24,7 +25,7 @@ public:
 
 private:
     void writeFloat(double number);
-    void writeArray(const std::vector<JsonValue>& elements, int depth);
+    void writeArray(std::span<const JsonValue> elements, int depth);
     void writeObject(const JsonMembers& members, int depth);
     void indent(int depth);
 

@@ -4,27 +4,27 @@ namespace dunkman {
 
 void readProperty(const JsonValue& value, bool& field) {
     if (value.kind == JsonKind::Bool) {
-        field = value.boolValue;
+        field = value.boolValue();
     }
 }
 
 void readProperty(const JsonValue& value, double& field) {
     if (value.kind == JsonKind::Integer) {
-        field = static_cast<double>(value.intValue);
+        field = static_cast<double>(value.intValue());
     } else if (value.kind == JsonKind::Float) {
-        field = value.floatValue;
+        field = value.floatValue();
     }
 }
 
 void readProperty(const JsonValue& value, std::int32_t& field) {
     if (value.kind == JsonKind::Integer) {
-        field = static_cast<std::int32_t>(value.intValue);
+        field = static_cast<std::int32_t>(value.intValue());
     }
 }
 
 void readProperty(const JsonValue& value, std::string& field) {
     if (value.kind == JsonKind::String) {
-        field = value.stringValue;
+        field = value.stringValue();
     }
 }
 

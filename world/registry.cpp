@@ -55,7 +55,7 @@ OwnedObject createFromValue(const JsonValue& value) {
     if (name.kind != JsonKind::String) {
         return nullptr;
     }
-    const auto type = typeFromName(name.stringValue);
+    const auto type = typeFromName(name.stringValue());
     if (!type) {
         return nullptr;
     }

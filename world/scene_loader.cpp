@@ -26,11 +26,11 @@ public:
         for (const JsonValue& entry : entries.asArray()) {
             entry.asObject(); // only to report another kind; such an entry has no members
             const JsonValue& tag = entry.get("tag");
-            const std::string& tagName = tag.kind == JsonKind::String ? tag.stringValue : noTag;
+            const std::string tagName(tag.kind == JsonKind::String ? tag.stringValue() : std::string_view());
             std::vector<Object*>& filed = result[tagName];
             const JsonValue& recipe = entry.get("recipe");
             if (recipe.kind == JsonKind::String) {
-                filed.push_back(makeFromRecipe(recipe.stringValue, entry));
+                filed.push_back(makeFromRecipe(recipe.stringValue(), entry));
             } else {
                 placePrefab(entry, tagName, result);
             }
@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    static Object* makeFromRecipe(const std::string& name, const JsonValue& entry) {
+    static Object* makeFromRecipe(std::string_view name, const JsonValue& entry) {
         const JsonValue* recipe = assetCatalog.recipes.find(name);
         if (recipe == nullptr) {
             fatal("The recipe " + quoted(name) + " is unknown. Add it to recipes.json5 or correct the name.");
@@ -61,13 +61,13 @@ private:
             fatal("A scene entry with the tag " + quoted(tagName) +
                   " names neither a recipe nor a prefab. Give it one of the two.");
         }
-        const JsonValue* prefab = assetCatalog.prefabs.find(name.stringValue);
+        const JsonValue* prefab = assetCatalog.prefabs.find(name.stringValue());
         if (prefab == nullptr) {
             fatal("A scene entry with the tag " + quoted(tagName) + " names the prefab " +
-                  quoted(name.stringValue) +
+                  quoted(name.stringValue()) +
                   ", which is unknown. Add it to prefabs.json5 or correct the name.");
         }
-        const TaggedObjects inner = loadPrefab(name.stringValue, *prefab);
+        const TaggedObjects inner = loadPrefab(name.stringValue(), *prefab);
 
         Vec2 offset;
         readPair(entry.get("offset"), offset.x, offset.y);
@@ -88,18 +88,17 @@ private:
         }
     }
 
-    TaggedObjects loadPrefab(const std::string& name, const JsonValue& prefab) {
+    TaggedObjects loadPrefab(std::string_view name, const JsonValue& prefab) {
         if (std::find(openPrefabs.begin(), openPrefabs.end(), name) != openPrefabs.end()) {
             fatal("The prefab " + quoted(name) +
                   " contains itself. Remove the entry in prefabs.json5 that leads " + "back to it.");
         }
-        openPrefabs.push_back(name);
+        openPrefabs.emplace_back(name);
         TaggedObjects inner = load(prefab);
         openPrefabs.pop_back();
         return inner;
     }
 
-    const std::string noTag;
     std::vector<std::string> openPrefabs; // those being loaded, the outermost first
 };
 

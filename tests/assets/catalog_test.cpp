@@ -120,9 +120,9 @@ TEST_F(CatalogTest, KeepsRecipesAndPrefabs) {
     assetCatalog.loadAll();
     EXPECT_EQ(assetCatalog.recipes.size(), 2u);
     ASSERT_TRUE(assetCatalog.recipes.contains("crate"));
-    EXPECT_EQ(assetCatalog.recipes.find("barrel")->get("_type").stringValue, "Movable");
+    EXPECT_EQ(assetCatalog.recipes.find("barrel")->get("_type").stringValue(), "Movable");
     ASSERT_TRUE(assetCatalog.prefabs.contains("pair"));
-    EXPECT_EQ(assetCatalog.prefabs.find("pair")->arrayValue.size(), 1u);
+    EXPECT_EQ(assetCatalog.prefabs.find("pair")->arrayValue().size(), 1u);
 }
 
 TEST_F(CatalogTest, ASecondLoadReplacesTheWholeTables) {
@@ -133,9 +133,9 @@ TEST_F(CatalogTest, ASecondLoadReplacesTheWholeTables) {
     folder.write("prefabs.json5", "{pair: [1, 2]}");
     assetCatalog.loadAll();
     EXPECT_EQ(assetCatalog.recipes.size(), 1u);
-    EXPECT_EQ(assetCatalog.recipes.find("crate")->get("_type").stringValue, "Movable");
+    EXPECT_EQ(assetCatalog.recipes.find("crate")->get("_type").stringValue(), "Movable");
     EXPECT_EQ(assetCatalog.prefabs.size(), 1u);
-    EXPECT_EQ(assetCatalog.prefabs.find("pair")->arrayValue.size(), 2u);
+    EXPECT_EQ(assetCatalog.prefabs.find("pair")->arrayValue().size(), 2u);
 }
 
 TEST_F(CatalogTest, MissingAndMalformedFilesGiveEmptyOrPartialTables) {

@@ -36,15 +36,12 @@ struct PlainReader : PlainStream {
         } else if (character == '[') {
             array(target);
         } else if (character == 34 || character == 39) {
-            target.kind = JsonKind::String;
-            target.stringValue = string(character);
+            target.setString(string(character));
         } else {
             if (character == 'f' && expect("alse", true)) {
-                target.kind = JsonKind::Bool;
-                target.boolValue = false;
+                target.setBool(false);
             } else if (!failed() && character == 't' && expect("rue", true)) {
-                target.kind = JsonKind::Bool;
-                target.boolValue = true;
+                target.setBool(true);
             } else if (!failed() && character == 'n' && expect("ull", true)) {
                 target.kind = JsonKind::Null;
             } else if (!failed()) {
@@ -69,7 +66,7 @@ struct PlainReader : PlainStream {
             if (failed()) {
                 return;
             }
-            JsonValue& member = target.objectValue[name];
+            JsonValue& member = target.objectValue()[name];
             skip();
             if (failed()) {
                 return;
@@ -115,8 +112,7 @@ struct PlainReader : PlainStream {
                 return;
             }
             pushBack();
-            target.arrayValue.emplace_back();
-            value(target.arrayValue.back());
+            value(target.append());
             if (failed()) {
                 return;
             }
@@ -238,8 +234,7 @@ struct PlainReader : PlainStream {
     void number(char first, JsonValue& target) {
         if (first == 'N') {
             if (expect("aN", false)) {
-                target.kind = JsonKind::Float;
-                target.floatValue = std::numeric_limits<double>::quiet_NaN();
+                target.setFloat(std::numeric_limits<double>::quiet_NaN());
             }
             return;
         }
@@ -249,8 +244,7 @@ struct PlainReader : PlainStream {
         }
         if (character == 'I') {
             if (expect("nfinity", false)) {
-                target.kind = JsonKind::Float;
-                target.floatValue = std::numeric_limits<double>::infinity() * (first == '-' ? -1 : 1);
+                target.setFloat(std::numeric_limits<double>::infinity() * (first == '-' ? -1 : 1));
             }
             return;
         }
@@ -263,8 +257,7 @@ struct PlainReader : PlainStream {
 
     void hexNumber(JsonValue& target) {
         read();
-        target.kind = JsonKind::Integer;
-        auto built = static_cast<std::uint64_t>(target.intValue) * 16;
+        auto built = static_cast<std::uint64_t>(target.intValue()) * 16;
         int digits = 0;
         char character = read();
         while (std::isxdigit(static_cast<unsigned char>(character)) != 0) {
@@ -273,7 +266,7 @@ struct PlainReader : PlainStream {
             character = read();
         }
         pushBack();
-        target.intValue = static_cast<std::int64_t>(built);
+        target.setInteger(static_cast<std::int64_t>(built));
         if (digits == 0) {
             fail(2, std::string("Unexpected '") + peek() + "', expected hexadecimal digit.");
         }
@@ -348,11 +341,9 @@ struct PlainReader : PlainStream {
                                                      : "e") +
                                  exponent;
         if (point || !exponent.empty()) {
-            target.floatValue = static_cast<double>(std::stold(text));
-            target.kind = JsonKind::Float;
+            target.setFloat(static_cast<double>(std::stold(text)));
         } else {
-            target.intValue = std::stoll(text);
-            target.kind = JsonKind::Integer;
+            target.setInteger(std::stoll(text));
         }
     }
 

@@ -121,8 +121,8 @@ TEST(Json5Reader, ObjectsKeepTheOrderOfTheFile) {
     Json5Report report;
     parseDocument("{z:1,a:2,m:3,a:4}", report, value);
     std::string order;
-    for (const JsonMember& member : value.objectValue) {
-        order += member.key;
+    for (const JsonMember& member : value.objectValue()) {
+        order += member.key();
     }
     EXPECT_EQ(order, "zam");
 }

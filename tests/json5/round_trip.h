@@ -18,17 +18,17 @@ inline bool readsBack(std::string_view bytes) {
 inline bool readsBack(const JsonValue& value) {
     switch (value.kind) {
     case JsonKind::Float: {
-        const double size = std::abs(value.floatValue);
+        const double size = std::abs(value.floatValue());
         return size == 0.0 || (size >= 0.0001 && size < 999999.0);
     }
     case JsonKind::String:
-        return readsBack(std::string_view(value.stringValue));
+        return readsBack(value.stringValue());
     case JsonKind::Array:
-        return std::all_of(value.arrayValue.begin(), value.arrayValue.end(),
+        return std::all_of(value.arrayValue().begin(), value.arrayValue().end(),
                            [](const JsonValue& element) { return readsBack(element); });
     case JsonKind::Object:
-        for (const JsonMember& member : value.objectValue) {
-            if (!readsBack(std::string_view(member.key)) || !readsBack(member.value)) {
+        for (const JsonMember& member : value.objectValue()) {
+            if (!readsBack(member.key()) || !readsBack(member.value)) {
                 return false;
             }
         }

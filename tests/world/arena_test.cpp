@@ -27,7 +27,7 @@ protected:
             json("{zombie: {_type: 'Zombie', tintR: 0.0}, weakZombie: {_type: 'Zombie', tintR: 1.0},"
                  " zombie2HpFast: {_type: 'Zombie', tintR: 2.0},"
                  " zombieBanana: {_type: 'Zombie', tintR: 3.0}}")
-                .objectValue;
+                .objectValue();
         player.health = 1000000;
     }
 
@@ -277,7 +277,7 @@ TEST_F(ArenaTest, AZombieWithHealthNoughtStillCounts) {
 }
 
 TEST_F(ArenaTest, ASpawnedZombieWithNegativeHealthLeavesTheListAndLivesOn) {
-    assetCatalog.recipes = json("{zombie: {_type: 'Zombie', health: -1}}").objectValue;
+    assetCatalog.recipes = json("{zombie: {_type: 'Zombie', health: -1}}").objectValue();
     addCamera();
     addArena("{spawnsRemaining: 1}");
     step(2);
@@ -394,7 +394,7 @@ TEST_F(ArenaTest, AVariantThatSelectsNoScriptStopsTheGame) {
 }
 
 TEST_F(ArenaTest, ARecipeThatMakesNoZombieStopsTheGame) {
-    assetCatalog.recipes = json("{zombie: {_type: 'Walker'}}").objectValue;
+    assetCatalog.recipes = json("{zombie: {_type: 'Walker'}}").objectValue();
     addCamera();
     addArena();
     EXPECT_THAT(messageOf([] { step(2); }),

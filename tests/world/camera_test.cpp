@@ -26,7 +26,7 @@ TEST_F(CameraTest, ReadsAndWritesItsOffset) {
     EXPECT_EQ(camera.position, (Vec2{4.0, 4.0}));
     camera.readProperties(json("{offset: 3}"));
     EXPECT_EQ(camera.offset, (Vec2{3.0, 3.0}));
-    EXPECT_EQ(camera.writeProperties().get("offset").arrayValue[0].floatValue, 3.0);
+    EXPECT_EQ(camera.writeProperties().get("offset").arrayValue()[0].floatValue(), 3.0);
 }
 
 TEST_F(CameraTest, TheViewIsEighteenWideAndAsHighAsTheWindowAsks) {

@@ -42,7 +42,7 @@ TEST_F(DrawableTest, IsMirroredVerticallyFromTheStartAndSaysSoWhenSaved) {
     EXPECT_TRUE(drawable.mirrorY);
     const JsonValue saved = drawable.writeProperties();
     EXPECT_EQ(saved.get("mirrorY").kind, JsonKind::Bool);
-    EXPECT_TRUE(saved.get("mirrorY").boolValue);
+    EXPECT_TRUE(saved.get("mirrorY").boolValue());
 }
 
 TEST_F(DrawableTest, ReadsEveryKeyOfItsTable) {
@@ -141,8 +141,8 @@ TEST_F(DrawableTest, BoundsLieAroundThePivot) {
 TEST_F(DrawableTest, WritesItsKeysAfterTheObjects) {
     std::vector<std::string> keys;
     const JsonValue saved = drawable.writeProperties();
-    for (const JsonMember& member : saved.objectValue) {
-        keys.push_back(member.key);
+    for (const JsonMember& member : saved.objectValue()) {
+        keys.emplace_back(member.key());
     }
     ASSERT_GT(keys.size(), 4u);
     keys.resize(4);

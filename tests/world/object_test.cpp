@@ -50,12 +50,12 @@ TEST_F(ObjectTest, WritesItsTypeNameAndBothPairs) {
     object->position = {1.5, 2.0};
     const JsonValue value = object->writeProperties();
     ASSERT_EQ(value.kind, JsonKind::Object);
-    EXPECT_EQ(value.objectValue.size(), 3u);
-    EXPECT_EQ(value.get("_type").stringValue, "SpawnPoint");
-    ASSERT_EQ(value.get("position").arrayValue.size(), 2u);
-    EXPECT_EQ(value.get("position").arrayValue[0].kind, JsonKind::Float);
-    EXPECT_EQ(value.get("position").arrayValue[0].floatValue, 1.5);
-    EXPECT_EQ(value.get("size").arrayValue[1].floatValue, 1.0);
+    EXPECT_EQ(value.objectValue().size(), 3u);
+    EXPECT_EQ(value.get("_type").stringValue(), "SpawnPoint");
+    ASSERT_EQ(value.get("position").arrayValue().size(), 2u);
+    EXPECT_EQ(value.get("position").arrayValue()[0].kind, JsonKind::Float);
+    EXPECT_EQ(value.get("position").arrayValue()[0].floatValue(), 1.5);
+    EXPECT_EQ(value.get("size").arrayValue()[1].floatValue(), 1.0);
 }
 
 } // namespace

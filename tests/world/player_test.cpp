@@ -143,8 +143,8 @@ TEST_F(PlayerTest, FacesItsWayWhileWalking) {
 
 TEST_F(PlayerTest, SavesTheWalkerKeysOnly) {
     const Walker walker;
-    EXPECT_EQ(player.writeProperties().objectValue.size(), walker.writeProperties().objectValue.size());
-    EXPECT_EQ(player.writeProperties().get("_type").stringValue, "Player");
+    EXPECT_EQ(player.writeProperties().objectValue().size(), walker.writeProperties().objectValue().size());
+    EXPECT_EQ(player.writeProperties().get("_type").stringValue(), "Player");
 }
 
 TEST_F(PlayerTest, UnarmedItDrawsOneSprite) {

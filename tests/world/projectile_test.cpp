@@ -223,8 +223,9 @@ TEST_F(ProjectileTest, IsDrawnAtItsSpinAngleWithoutItsTilt) {
 TEST_F(ProjectileTest, SavesTheMovableKeysOnly) {
     const Projectile projectile;
     const Movable movable;
-    EXPECT_EQ(projectile.writeProperties().objectValue.size(), movable.writeProperties().objectValue.size());
-    EXPECT_EQ(projectile.writeProperties().get("_type").stringValue, "Projectile");
+    EXPECT_EQ(projectile.writeProperties().objectValue().size(),
+              movable.writeProperties().objectValue().size());
+    EXPECT_EQ(projectile.writeProperties().get("_type").stringValue(), "Projectile");
 }
 
 } // namespace

@@ -29,7 +29,7 @@ protected:
             json("{zombie: {_type: 'Zombie', health: 0}, weakZombie: {_type: 'Zombie', health: -1},"
                  " zombie2HpFast: {_type: 'Zombie', acceleration: 40, attackDelay: 5.0},"
                  " zombieBanana: {_type: 'Zombie', size: 3.0, attackRateTimer: 0}}")
-                .objectValue;
+                .objectValue();
         for (std::size_t number = 1; number < objectTypeCount; ++number) {
             const std::string name(typeName(static_cast<ObjectType>(number)));
             assetCatalog.recipes["a" + name] = json("{_type: '" + name + "'}");
@@ -38,7 +38,7 @@ protected:
             json("{hoard: [{recipe: 'aFlamingo'}, {recipe: 'aPineapple', tag: 'fruit'},"
                  " {recipe: 'zombie', position: [2, 0]}],"
                  " hoards: [{prefab: 'hoard', offset: [1, 0]}, {prefab: 'hoard', offset: -1}]}")
-                .objectValue;
+                .objectValue();
     }
 
     int upTo(int limit) { return static_cast<int>(generator() % static_cast<unsigned>(limit)); }

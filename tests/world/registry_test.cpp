@@ -38,7 +38,7 @@ TEST_F(RegistryTest, FreesEveryClassWithItsStrings) {
         const OwnedObject object = createObject(static_cast<ObjectType>(number));
         object->readProperties(properties);
         const JsonValue saved = object->writeProperties();
-        EXPECT_TRUE(!saved.contains("imageKey") || saved.get("imageKey").stringValue == key);
+        EXPECT_TRUE(!saved.contains("imageKey") || saved.get("imageKey").stringValue() == key);
     }
 }
 

@@ -19,31 +19,31 @@ protected:
     // Another value of the same kind for every key but the type.
     JsonValue randomised(const JsonValue& original) {
         JsonValue value = original;
-        for (const JsonMember& entry : original.objectValue) {
-            JsonValue& member = value.member(entry.key);
-            if (entry.key == "_type") {
+        for (const JsonMember& entry : original.objectValue()) {
+            JsonValue& member = value.member(entry.key());
+            if (entry.key() == "_type") {
                 continue;
             }
-            if (entry.key == "imageKey") {
+            if (entry.key() == "imageKey") {
                 const char* names[] = {"", "box", "zombie", "flamingo"};
                 member = JsonValue::makeString(names[generator() % 4]);
                 continue;
             }
             switch (member.kind) {
             case JsonKind::Bool:
-                member.boolValue = generator() % 2 == 0;
+                member.setBool(generator() % 2 == 0);
                 break;
             case JsonKind::Integer:
-                member.intValue = static_cast<std::int32_t>(generator());
+                member.setInteger(static_cast<std::int32_t>(generator()));
                 break;
             case JsonKind::Float:
-                member.floatValue = number();
+                member.setFloat(number());
                 break;
             case JsonKind::Array:
                 member = JsonValue::makePair(number(), number());
                 break;
             default:
-                ADD_FAILURE() << entry.key << " is of no kind that objects write";
+                ADD_FAILURE() << entry.key() << " is of no kind that objects write";
             }
         }
         return value;
@@ -55,8 +55,8 @@ protected:
 TEST_P(RoundTripTest, WritesItsKeysInTheOrderOfItsFamily) {
     std::vector<std::string> written;
     const JsonValue value = createObject(GetParam())->writeProperties();
-    for (const JsonMember& member : value.objectValue) {
-        written.push_back(member.key);
+    for (const JsonMember& member : value.objectValue()) {
+        written.push_back(member.key());
     }
     std::vector<std::string> listed = {"_type"};
     for (const ObjectType ancestor : lineage(GetParam())) {
@@ -65,7 +65,7 @@ TEST_P(RoundTripTest, WritesItsKeysInTheOrderOfItsFamily) {
         }
     }
     EXPECT_EQ(written, listed);
-    EXPECT_EQ(value.get("_type").stringValue, typeName(GetParam()));
+    EXPECT_EQ(value.get("_type").stringValue(), typeName(GetParam()));
 }
 
 TEST_P(RoundTripTest, ReadsBackWhatItWrote) {
@@ -85,14 +85,14 @@ TEST_P(RoundTripTest, ReadsBackWhatItWrote) {
 TEST_P(RoundTripTest, EveryKeyIsOptional) {
     const JsonValue defaults = createObject(GetParam())->writeProperties();
     const JsonValue wanted = randomised(defaults);
-    for (const JsonMember& entry : wanted.objectValue) {
+    for (const JsonMember& entry : wanted.objectValue()) {
         JsonValue alone = JsonValue::makeObject();
         alone.member("_type") = wanted.get("_type");
-        alone.member(entry.key) = entry.value;
+        alone.member(entry.key()) = entry.value;
         JsonValue expected = defaults;
-        expected.member(entry.key) = entry.value;
+        expected.member(entry.key()) = entry.value;
         EXPECT_EQ(canonicalText(createFromValue(alone)->writeProperties()), canonicalText(expected))
-            << entry.key;
+            << entry.key();
     }
 }
 

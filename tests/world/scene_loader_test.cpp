@@ -23,8 +23,8 @@ protected:
         prefabs("{pair: [{recipe: 'crate'}, {recipe: 'crate', tag: 'second', position: [10, 20]}]}");
     }
 
-    static void recipes(std::string_view text) { assetCatalog.recipes = json(text).objectValue; }
-    static void prefabs(std::string_view text) { assetCatalog.prefabs = json(text).objectValue; }
+    static void recipes(std::string_view text) { assetCatalog.recipes = json(text).objectValue(); }
+    static void prefabs(std::string_view text) { assetCatalog.prefabs = json(text).objectValue(); }
 
     static TaggedObjects load(std::string_view text) {
         TaggedObjects tagged = loadGroup(json(text));

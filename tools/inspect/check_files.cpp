@@ -60,12 +60,12 @@ std::string expand(const std::string& path, Faults& faults) {
 } // namespace
 
 void checkImages(const JsonValue& images, Faults& faults) {
-    for (const JsonMember& image : images.objectValue) {
+    for (const JsonMember& image : images.objectValue()) {
         if (image.value.kind != JsonKind::String) {
             faults.add("images_compressed.json5",
-                       "The image \"" + image.key + "\" is no string with a path.");
+                       "The image " + quoted(image.key()) + " is no string with a path.");
         } else {
-            checkDds(image.value.stringValue, faults);
+            checkDds(std::string(image.value.stringValue()), faults);
         }
     }
     for (const std::string_view key : screenImages) {

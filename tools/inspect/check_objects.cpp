@@ -32,39 +32,39 @@ public:
     // A property object against the class that it is for.
     void checkProperties(std::string_view file, const std::string& name, const JsonValue& properties,
                          ObjectType type) {
-        for (const JsonMember& member : properties.objectValue) {
-            if (member.key == "_type" || isOneOf(recipeEntryMembers, member.key)) {
+        for (const JsonMember& member : properties.objectValue()) {
+            if (member.key() == "_type" || isOneOf(recipeEntryMembers, member.key())) {
                 continue;
             }
-            const Field* field = findField(type, member.key);
+            const Field* field = findField(type, member.key());
             if (field == nullptr) {
                 faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property \"" +
-                                     member.key + "\".");
+                                     member.key() + "\".");
             } else if (!accepts(field->kind, member.value)) {
                 faults.add(file,
-                           name + ": the value of \"" + member.key + "\" is of a kind that is passed over.");
-            } else if (member.key == "imageKey" && !images.contains(member.value.stringValue)) {
-                faults.add(file, name + ": there is no image \"" + member.value.stringValue + "\".");
+                           name + ": the value of \"" + member.key() + "\" is of a kind that is passed over.");
+            } else if (member.key() == "imageKey" && !images.contains(member.value.stringValue())) {
+                faults.add(file, name + ": there is no image \"" + member.value.stringValue() + "\".");
             }
         }
     }
 
     // The class that a recipe makes; Invalid, with a fault, when it makes none.
-    ObjectType recipeType(std::string_view file, const std::string& name) {
+    ObjectType recipeType(std::string_view file, std::string_view name) {
         const JsonValue* recipe = recipes.find(name);
         if (recipe == nullptr) {
-            faults.add(file, "There is no recipe \"" + name + "\".");
+            faults.add(file, "There is no recipe " + quoted(name) + ".");
             return ObjectType::Invalid;
         }
-        const auto type = typeFromName(recipe->get("_type").stringValue);
+        const auto type = typeFromName(recipe->get("_type").stringValue());
         return type.value_or(ObjectType::Invalid);
     }
 
     void checkRecipes() {
-        for (const JsonMember& recipe : recipes.objectValue) {
-            const std::string name = "recipe \"" + recipe.key + '"';
+        for (const JsonMember& recipe : recipes.objectValue()) {
+            const std::string name = "recipe " + quoted(recipe.key());
             const JsonValue& typeMember = recipe.value.get("_type");
-            const auto type = typeFromName(typeMember.stringValue);
+            const auto type = typeFromName(typeMember.stringValue());
             if (recipe.value.kind != JsonKind::Object || typeMember.kind != JsonKind::String || !type ||
                 *type == ObjectType::Invalid) {
                 faults.add("recipes.json5",
@@ -77,32 +77,32 @@ public:
     }
 
     void checkPrefabs() {
-        for (const JsonMember& prefab : prefabs.objectValue) {
+        for (const JsonMember& prefab : prefabs.objectValue()) {
             if (prefab.value.kind != JsonKind::Array) {
-                faults.add("prefabs.json5", "prefab \"" + prefab.key + "\" is no array of entries.");
+                faults.add("prefabs.json5", "prefab " + quoted(prefab.key()) + " is no array of entries.");
             }
-            checkEntries("prefabs.json5", "prefab \"" + prefab.key + '"', prefab.value);
+            checkEntries("prefabs.json5", "prefab " + quoted(prefab.key()), prefab.value);
             path.clear();
-            checkCycle(prefab.key);
+            checkCycle(prefab.key());
         }
     }
 
     // Answers the classes that the entries themselves make.
     void checkEntries(std::string_view file, const std::string& where, const JsonValue& entries) {
         std::size_t number = 0;
-        for (const JsonValue& entry : entries.arrayValue) {
+        for (const JsonValue& entry : entries.arrayValue()) {
             checkEntry(file, where + ", entry " + std::to_string(number++), entry);
         }
     }
 
     // The classes of everything that an entry list makes, prefabs expanded.
     void collectTypes(const JsonValue& entries, std::set<ObjectType>& types, int depth = 0) {
-        for (const JsonValue& entry : entries.arrayValue) {
+        for (const JsonValue& entry : entries.arrayValue()) {
             if (entry.get("recipe").kind == JsonKind::String) {
-                const JsonValue& recipe = recipes.get(entry.get("recipe").stringValue);
-                types.insert(typeFromName(recipe.get("_type").stringValue).value_or(ObjectType::Invalid));
+                const JsonValue& recipe = recipes.get(entry.get("recipe").stringValue());
+                types.insert(typeFromName(recipe.get("_type").stringValue()).value_or(ObjectType::Invalid));
             } else if (depth < maxDepth) {
-                collectTypes(prefabs.get(entry.get("prefab").stringValue), types, depth + 1);
+                collectTypes(prefabs.get(entry.get("prefab").stringValue()), types, depth + 1);
             }
         }
     }
@@ -111,8 +111,8 @@ private:
     // Arenas spawn by names that stand in no data file.
     void checkArenaRecipes() {
         bool hasArena = false;
-        for (const JsonMember& recipe : recipes.objectValue) {
-            hasArena = hasArena || typeFromName(recipe.value.get("_type").stringValue) == ObjectType::Arena;
+        for (const JsonMember& recipe : recipes.objectValue()) {
+            hasArena = hasArena || typeFromName(recipe.value.get("_type").stringValue()) == ObjectType::Arena;
         }
         for (const std::string_view name : arenaRecipes) {
             const JsonValue* recipe = recipes.find(name);
@@ -120,7 +120,7 @@ private:
                 faults.add("recipes.json5",
                            "There is no recipe \"" + std::string(name) + "\", which arenas spawn.");
             } else if (recipe != nullptr &&
-                       typeFromName(recipe->get("_type").stringValue) != ObjectType::Zombie) {
+                       typeFromName(recipe->get("_type").stringValue()) != ObjectType::Zombie) {
                 faults.add("recipes.json5",
                            "recipe \"" + std::string(name) + "\": arenas need a Zombie from it.");
             }
@@ -141,15 +141,15 @@ private:
         case FieldKind::Text:
             return value.kind == JsonKind::String;
         case FieldKind::Pair:
-            return value.isNumber() || (value.kind == JsonKind::Array && value.arrayValue.size() == 2 &&
-                                        value.arrayValue[0].isNumber() && value.arrayValue[1].isNumber());
+            return value.isNumber() || (value.kind == JsonKind::Array && value.arrayValue().size() == 2 &&
+                                        value.arrayValue()[0].isNumber() && value.arrayValue()[1].isNumber());
         }
         return false;
     }
 
     void checkEntry(std::string_view file, const std::string& where, const JsonValue& entry) {
         if (entry.get("recipe").kind == JsonKind::String) {
-            const ObjectType type = recipeType(file, entry.get("recipe").stringValue);
+            const ObjectType type = recipeType(file, entry.get("recipe").stringValue());
             if (type != ObjectType::Invalid) {
                 checkProperties(file, where, entry, type);
             }
@@ -159,13 +159,13 @@ private:
             faults.add(file, where + " names neither a recipe nor a prefab.");
             return;
         }
-        const std::string& prefab = entry.get("prefab").stringValue;
+        const std::string_view prefab = entry.get("prefab").stringValue();
         if (!prefabs.contains(prefab)) {
-            faults.add(file, where + ": there is no prefab \"" + prefab + "\".");
+            faults.add(file, where + ": there is no prefab " + quoted(prefab) + ".");
         }
-        for (const JsonMember& member : entry.objectValue) {
-            if (!isOneOf(prefabEntryMembers, member.key)) {
-                faults.add(file, where + ": \"" + member.key + "\" does nothing in a prefab entry.");
+        for (const JsonMember& member : entry.objectValue()) {
+            if (!isOneOf(prefabEntryMembers, member.key())) {
+                faults.add(file, where + ": " + quoted(member.key()) + " does nothing in a prefab entry.");
             }
         }
         checkOverrides(file, where, entry, prefabs.get(prefab));
@@ -173,30 +173,31 @@ private:
 
     void checkOverrides(std::string_view file, const std::string& where, const JsonValue& entry,
                         const JsonValue& prefab) {
-        for (const JsonMember& override : entry.get("overrides").objectValue) {
+        for (const JsonMember& override : entry.get("overrides").objectValue()) {
             bool reached = false;
-            for (const JsonValue& inner : prefab.arrayValue) {
+            for (const JsonValue& inner : prefab.arrayValue()) {
                 const bool isNested = inner.get("recipe").kind != JsonKind::String;
-                reached = reached || isNested || inner.get("tag").stringValue == override.key;
+                reached = reached || isNested || inner.get("tag").stringValue() == override.key();
             }
             if (!reached) {
-                faults.add(file, where + ": no object of the prefab has the tag \"" + override.key + "\".");
+                faults.add(file,
+                           where + ": no object of the prefab has the tag " + quoted(override.key()) + ".");
             }
         }
     }
 
-    void checkCycle(const std::string& prefab) {
+    void checkCycle(std::string_view prefab) {
         if (std::find(path.begin(), path.end(), prefab) != path.end()) {
             if (path.front() == prefab) {
-                faults.add("prefabs.json5", "prefab \"" + prefab + "\" contains itself.");
+                faults.add("prefabs.json5", "prefab " + quoted(prefab) + " contains itself.");
             }
             return;
         }
-        path.push_back(prefab);
-        for (const JsonValue& entry : prefabs.get(prefab).arrayValue) {
+        path.emplace_back(prefab);
+        for (const JsonValue& entry : prefabs.get(prefab).arrayValue()) {
             if (entry.get("recipe").kind != JsonKind::String &&
                 entry.get("prefab").kind == JsonKind::String) {
-                checkCycle(entry.get("prefab").stringValue);
+                checkCycle(entry.get("prefab").stringValue());
             }
         }
         path.pop_back();
@@ -230,23 +231,23 @@ void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonV
 void checkRecording(const JsonValue& recording, Faults& faults) {
     std::int64_t previous = -1;
     std::size_t number = 0;
-    for (const JsonValue& record : recording.arrayValue) {
+    for (const JsonValue& record : recording.arrayValue()) {
         const std::string where = "record " + std::to_string(number++);
         const JsonValue& frame = record.get("frame");
-        if (frame.kind != JsonKind::Integer || frame.intValue <= previous) {
+        if (frame.kind != JsonKind::Integer || frame.intValue() <= previous) {
             faults.add("recording.json5",
                        where + ": \"frame\" is no integer above the record before it, so the replay "
                                "never gets past it.");
         }
-        previous = std::max(previous, frame.intValue);
-        for (const JsonValue& change : record.get("newKeyStates").arrayValue) {
+        previous = std::max(previous, frame.intValue());
+        for (const JsonValue& change : record.get("newKeyStates").arrayValue()) {
             const JsonValue& key = change.get("key");
             const JsonValue& state = change.get("state");
             if (key.kind != JsonKind::Integer ||
-                std::find(polledKeys.begin(), polledKeys.end(), key.intValue) == polledKeys.end()) {
+                std::find(polledKeys.begin(), polledKeys.end(), key.intValue()) == polledKeys.end()) {
                 faults.add("recording.json5", where + ": \"key\" is none of the keys that the game knows.");
             }
-            if (state.kind != JsonKind::Integer || state.intValue < 0 || state.intValue > 3) {
+            if (state.kind != JsonKind::Integer || state.intValue() < 0 || state.intValue() > 3) {
                 faults.add("recording.json5", where + ": \"state\" is no number from 0 to 3.");
             }
         }

@@ -47,24 +47,23 @@ std::string describe(const Json5Report& report) {
     }
 }
 
-bool hasOuterSpace(const std::string& key) {
+bool hasOuterSpace(std::string_view key) {
     constexpr std::string_view space = " \t\r\n";
     return !key.empty() && (space.find(key.front()) != std::string_view::npos ||
                             space.find(key.back()) != std::string_view::npos);
 }
 
 void checkKeys(const std::string& path, const JsonValue& value, Faults& faults) {
-    for (const JsonMember& member : value.objectValue) {
-        if (hasOuterSpace(member.key)) {
+    for (const JsonMember& member : value.objectValue()) {
+        if (hasOuterSpace(member.key())) {
             faults.add(
-                path,
-                "The key \"" + member.key +
-                    "\" has white space in it. Unquoted keys run up to the colon, and white space behind "
-                    "a comment belongs to the key: quote it, with nothing between it and the comment.");
+                path, "The key " + quoted(member.key()) +
+                          " has white space in it. Unquoted keys run up to the colon, and white space behind "
+                          "a comment belongs to the key: quote it, with nothing between it and the comment.");
         }
         checkKeys(path, member.value, faults);
     }
-    for (const JsonValue& element : value.arrayValue) {
+    for (const JsonValue& element : value.arrayValue()) {
         checkKeys(path, element, faults);
     }
 }

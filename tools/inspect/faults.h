@@ -18,8 +18,11 @@ public:
     std::vector<std::string> lines;
 };
 
-// Reads a data file and reports syntax faults, numbers that do not fit, a top level of another kind than wanted, and
-// keys that begin or end in white space. Answers what the game would read; Null where reading throws.
+inline std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+// Reads a data file and reports syntax faults, numbers that do not fit, a top level of another kind than
+// wanted, and keys that begin or end in white space. Answers what the game would read; Null where reading
+// throws.
 JsonValue readDataFile(const std::string& path, JsonKind wantedTop, Faults& faults);
 
 // Checks that need the files of the whole directory.

@@ -86,8 +86,8 @@ TEST(ImageList, HoldsEveryDrawingAndNothingElse) {
     const JsonValue list = readList();
     ASSERT_EQ(list.kind, JsonKind::Object);
     std::set<std::string> listed;
-    for (const JsonMember& member : list.objectValue) {
-        listed.insert(member.key);
+    for (const JsonMember& member : list.objectValue()) {
+        listed.emplace(member.key());
     }
     std::vector<std::string> differing;
     const std::set<std::string> drawn = drawingKeys();
@@ -102,13 +102,15 @@ TEST(ImageList, NamesEveryKeyOnce) {
     const std::regex entry("\n\"[A-Za-z0-9]+\": ");
     const auto lines =
         std::distance(std::sregex_iterator(text.begin(), text.end(), entry), std::sregex_iterator());
-    EXPECT_EQ(static_cast<std::size_t>(lines), readList().objectValue.size());
+    EXPECT_EQ(static_cast<std::size_t>(lines), readList().objectValue().size());
 }
 
 TEST(ImageList, LeadsToTextureFilesNamedAsTheirKey) {
-    for (const JsonMember& member : readList().objectValue) {
-        EXPECT_EQ(member.value.asString(), "AssetsCompressed/" + member.key + ".dds");
-        expectTexture("data/" + member.value.asString(), "workshop/art/images/" + member.key + ".svg");
+    const JsonValue list = readList();
+    for (const JsonMember& member : list.objectValue()) {
+        const std::string key(member.key());
+        EXPECT_EQ(member.value.asString(), "AssetsCompressed/" + key + ".dds");
+        expectTexture("data/AssetsCompressed/" + key + ".dds", "workshop/art/images/" + key + ".svg");
     }
 }
 
