@@ -315,6 +315,13 @@ std::int64_t integerFromLiteral(const DecimalLiteral& literal) {
     return static_cast<std::int64_t>(literal.negative ? 0 - magnitude : magnitude);
 }
 
+double floatFromDigits(std::uint64_t digits, int places, bool negative) {
+    const double magnitude = digits == 0   ? 0.0
+                             : places == 0 ? toDouble(scaleUp(digits, 0))
+                                           : toDouble(scaleDown(digits, places));
+    return negative ? -magnitude : magnitude;
+}
+
 double floatFromLiteral(const DecimalLiteral& literal) {
     const Significand significand = significandOf(literal);
     const double magnitude = significand.size() == 0 ? 0.0 : magnitudeOf(significand);

@@ -15,6 +15,9 @@ struct DecimalLiteral {
     std::string_view exponentDigits;
 };
 
+// digits / 10^places, places from 0 to 27, converted like the literal below.
+double floatFromDigits(std::uint64_t digits, int places, bool negative);
+
 // The integer digits as a signed 64-bit number. Throws std::out_of_range("stoll argument out of range").
 std::int64_t integerFromLiteral(const DecimalLiteral& literal);
 

@@ -1,6 +1,8 @@
 #include "json5/reader.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <fstream>
 #include <istream>
 #include <utility>
@@ -13,6 +15,19 @@ bool isWhitespace(char character) {
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
 }
 
+const char* findNoWhitespace(const char* first, const char* last) {
+    // Lines are indented by many spaces.
+    constexpr std::string_view spaces = "        ";
+    while (last - first >= std::ptrdiff_t{spaces.size()} &&
+           std::memcmp(first, spaces.data(), spaces.size()) == 0) {
+        first += spaces.size();
+    }
+    while (first != last && isWhitespace(*first)) {
+        ++first;
+    }
+    return first;
+}
+
 std::string insteadOf(char expected, char found) {
     return std::string("Expected '") + expected + "' instead of '" + found + "'.";
 }
@@ -20,7 +35,7 @@ std::string insteadOf(char expected, char found) {
 } // namespace
 
 Json5Reader::Json5Reader(std::string_view text, Json5Error atEnd)
-    : cursor(text.data()), end(text.data() + text.size()), endCode(atEnd), countedUpTo(text.data()) {}
+    : begin(text.data()), end(text.data() + text.size()), cursor(begin), endCode(atEnd), countedUpTo(begin) {}
 
 Json5Report Json5Reader::report() {
     countCharacters();
@@ -62,18 +77,21 @@ void Json5Reader::meetEnd() {
 }
 
 char Json5Reader::peek() {
-    if (cursor == end) {
+    const char* const next = pushedBack ? cursor + 1 : cursor;
+    if (next == end) {
         meetEnd();
         return 0;
     }
-    return *cursor;
+    return *next;
 }
 
 void Json5Reader::pushBack() {
     if (pushedBack) {
         fail(Json5Error::SecondPushBack);
+    } else if (cursor != begin) {
+        --cursor;
+        pushedBack = true;
     }
-    pushedBack = true;
 }
 
 bool Json5Reader::expect(std::string_view literal, Expect mode) {
@@ -94,30 +112,24 @@ bool Json5Reader::expect(std::string_view literal, Expect mode) {
     return true;
 }
 
-// The position follows from the characters taken, so it is counted only when somebody wants to know it.
-void Json5Reader::countCharacters() {
-    position.characters += static_cast<std::uint64_t>(cursor - countedUpTo);
-    while (countedUpTo != cursor) {
-        const char* const lineFeed = std::find(countedUpTo, cursor, '\n');
-        const bool lineEnds = lineFeed != cursor;
-        const char* const next = lineEnds ? lineFeed + 1 : cursor;
-        position.column += static_cast<std::uint64_t>(next - countedUpTo);
-        if (lineEnds) {
-            ++position.line;
-            position.previousLineLength = position.column;
-            position.column = 0;
-        }
-        countedUpTo = next;
-    }
-}
-
 // White space and comments
 
 // Takes white space up to the first other character, or up to the end of the first comment.
-void Json5Reader::skip() {
+inline void Json5Reader::skip() {
     if (failed()) {
         return;
     }
+    const char* const next = findNoWhitespace(cursor, end);
+    if (next != end && *next != '/') {
+        cursor = next;
+        pushedBack = true; // having been looked at
+    } else {
+        skipSlowly();
+    }
+}
+
+// The same by the letter, for comments and for the end of the text.
+void Json5Reader::skipSlowly() {
     char character = read();
     if (failed() || takeComment(character)) {
         return; // an end met by this first read stays recorded
@@ -133,6 +145,12 @@ void Json5Reader::skip() {
         }
     }
     pushBack();
+}
+
+// The next character behind what is skipped.
+inline char Json5Reader::readNext() {
+    skip();
+    return failed() ? '\0' : read();
 }
 
 // True when `first` began a comment, which is then consumed, or when the text ended right behind a slash.
@@ -176,11 +194,7 @@ void Json5Reader::takeBlockComment() {
 // Values
 
 void Json5Reader::parseValue(JsonValue& value) {
-    skip();
-    if (failed()) {
-        return;
-    }
-    const char character = read();
+    const char character = readNext();
     if (failed()) {
         return;
     }
@@ -196,7 +210,7 @@ void Json5Reader::parseValue(JsonValue& value) {
         value.setString({});
         parseString(character);
         if (!failed()) {
-            value.setString(buffer);
+            value.setString(token);
         }
         break;
     case 'f':
@@ -251,23 +265,19 @@ void Json5Reader::parseObject(JsonValue& value) {
         return;
     }
     value.kind = JsonKind::Object;
-    skip();
-    if (failed()) {
-        return;
-    }
-    char character = read();
+    JsonMembers* members = nullptr; // an empty object needs no memory for them
+    char character = readNext();
     while (!failed() && character != '}') {
         pushBack();
         parseKey();
         if (failed()) {
             return;
         }
-        JsonValue& member = value.objectValue()[buffer];
-        skip();
-        if (failed()) {
-            return;
+        if (members == nullptr) {
+            members = &value.objectValue();
         }
-        character = read();
+        JsonValue& member = (*members)[token];
+        character = readNext();
         if (failed()) {
             return;
         }
@@ -287,11 +297,7 @@ void Json5Reader::parseObject(JsonValue& value) {
             fail(Json5Error::Syntax, insteadOf('}', character));
             return;
         }
-        skip();
-        if (failed()) {
-            return;
-        }
-        character = read();
+        character = readNext();
     }
     --nesting;
 }
@@ -302,11 +308,7 @@ void Json5Reader::parseArray(JsonValue& value) {
     }
     value.kind = JsonKind::Array;
     skip();
-    skip(); // room for a comment and the white space behind it
-    if (failed()) {
-        return;
-    }
-    char character = read();
+    char character = readNext(); // behind a comment there may be white space
     while (!failed() && character != ']') {
         pushBack();
         parseValue(value.append());
@@ -321,11 +323,7 @@ void Json5Reader::parseArray(JsonValue& value) {
             fail(Json5Error::Syntax, insteadOf(']', character));
             return;
         }
-        skip();
-        if (failed()) {
-            return;
-        }
-        character = read();
+        character = readNext();
     }
     --nesting;
 }

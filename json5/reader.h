@@ -78,6 +78,8 @@ private:
     void countCharacters();
 
     void skip();
+    void skipSlowly();
+    char readNext();
     bool takeComment(char first);
     void takeLineComment();
     void takeBlockComment();
@@ -89,44 +91,43 @@ private:
     bool enterNesting();
 
     void parseKey();
-    void parseUnquotedKey(char first);
+    void parseUnquotedKey();
     void parseString(char delimiter);
+    void parseUnusualString(char delimiter);
     bool parseEscape(char escaped);
     bool readHexByte();
     void readUnsupportedUnicode();
 
     void parseNumber(char first, JsonValue& value);
     void parseHexNumber(JsonValue& value);
+    bool parseShortNumber(bool negative, JsonValue& value);
     void parseDecimalNumber(char first, bool negative, JsonValue& value);
     bool scanDecimal(char character, DecimalLiteral& literal);
     std::string_view takeDigits(char& character);
 
-    const char* cursor;
-    const char* end;
-    Json5Error endCode;
+    const char* const begin;
+    const char* const end;
+    const char* cursor;      // the next character to be delivered
+    bool pushedBack = false; // that one has been delivered, and counts as read, already
     bool endMet = false;
-    bool pushedBack = false;
-    char lastChar = 0;
+    const Json5Error endCode;
     Json5Error code = Json5Error::None;
     std::string message;
     int nesting = 0;
-    std::string buffer;      // characters of the key or string being read
+    std::string_view token;  // the key or string just read, in the text itself or in `buffer`
+    std::string buffer;      // its characters when they differ from those of the text
     const char* countedUpTo; // characters before it are in `position`
     Json5Position position;
 };
 
 // In the header because every character goes through it.
 inline char Json5Reader::read() {
-    if (pushedBack) {
-        pushedBack = false;
-        return lastChar;
-    }
     if (cursor == end) {
         meetEnd();
         return 0;
     }
-    lastChar = *cursor++;
-    return lastChar;
+    pushedBack = false;
+    return *cursor++;
 }
 
 } // namespace dunkman

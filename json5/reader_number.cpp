@@ -39,7 +39,51 @@ void Json5Reader::parseNumber(char first, JsonValue& value) {
             return;
         }
     }
-    parseDecimalNumber(character, negative, value);
+    if (failed() || !parseShortNumber(negative, value)) {
+        parseDecimalNumber(character, negative, value);
+    }
+}
+
+// The number that begins with the character just taken, when it is of the usual form: at most 18 digits, no
+// exponent, and text behind it. Leaves everything as it is otherwise.
+bool Json5Reader::parseShortNumber(bool negative, JsonValue& value) {
+    constexpr std::ptrdiff_t maxDigits = 18; // below 2^63
+    const char* const first = cursor - 1;
+    const char* next = first;
+    std::uint64_t digits = 0;
+    const auto takeDigit = [&digits](char digit) {
+        digits = 10 * digits + static_cast<std::uint64_t>(digit - '0');
+    };
+    if (*next == '0') { // a leading zero is the whole integer part
+        ++next;
+    } else {
+        for (; next != end && isDigit(*next); ++next) {
+            takeDigit(*next);
+        }
+    }
+    const std::ptrdiff_t integerDigits = next - first;
+    std::ptrdiff_t fractionDigits = 0;
+    const bool hasPoint = next != end && *next == '.';
+    if (hasPoint) {
+        const char* const fraction = ++next;
+        for (; next != end && isDigit(*next); ++next) {
+            takeDigit(*next);
+        }
+        fractionDigits = next - fraction;
+    }
+    const std::ptrdiff_t count = integerDigits + fractionDigits;
+    if (count == 0 || count > maxDigits || next == end || *next == 'e' || *next == 'E') {
+        return false;
+    }
+    cursor = next;
+    pushedBack = true; // the character behind the number has been looked at
+    if (hasPoint) {
+        value.setFloat(floatFromDigits(digits, static_cast<int>(fractionDigits), negative));
+    } else {
+        const auto number = static_cast<std::int64_t>(digits);
+        value.setInteger(negative ? -number : number);
+    }
+    return true;
 }
 
 // Stores sixteen times the number written, whatever its sign. Under a repeated key the number goes on from

@@ -4,7 +4,7 @@
 
 #include <array>
 
-// Keys and strings, gathered in the reader's buffer.
+// Keys and strings. Nearly all stand in the text as they are and are taken from there.
 
 namespace dunkman {
 
@@ -41,49 +41,54 @@ void Json5Reader::parseKey() {
     if (first == '"') {
         parseString(first);
     } else {
-        parseUnquotedKey(first);
+        parseUnquotedKey();
     }
 }
 
-// Up to ":", "}" or ","; white space, quotes and whatever else stands before that is part of the key.
-void Json5Reader::parseUnquotedKey(char first) {
-    buffer.clear();
-    char character = first;
-    while (character != ':' && character != '}' && character != ',') {
-        if (character == '\\') {
-            const char escaped = read();
-            if (failed()) {
-                return;
-            }
-            if (escaped == 'u') {
-                readUnsupportedUnicode();
-            } else {
-                fail(Json5Error::Syntax, "Unexpected '\\'.");
-            }
-            return;
-        }
-        const char* const run = cursor;
-        cursor = findSpecial(cursor, end, keySpecials);
-        buffer += character;
-        buffer.append(run, cursor);
-        character = read();
-        if (failed()) {
-            return;
-        }
+// From its first character, which is taken, up to ":", "}" or ","; white space, quotes and whatever else
+// stands before that is part of the key.
+void Json5Reader::parseUnquotedKey() {
+    const char* const first = cursor - 1;
+    cursor = findSpecial(first, end, keySpecials);
+    const char ending = read();
+    if (failed()) {
+        return;
     }
-    pushBack();
+    if (ending != '\\') {
+        pushBack();
+        token = std::string_view(first, static_cast<std::size_t>(cursor - first));
+        return;
+    }
+    const char escaped = read();
+    if (failed()) {
+        return;
+    }
+    if (escaped == 'u') {
+        readUnsupportedUnicode();
+    } else {
+        fail(Json5Error::Syntax, "Unexpected '\\'.");
+    }
 }
 
 // Behind the opening quote, up to and with the closing one.
 void Json5Reader::parseString(char delimiter) {
-    buffer.clear();
+    const char* const first = cursor;
+    cursor = findSpecial(first, end, stringSpecials);
+    const std::string_view plain(first, static_cast<std::size_t>(cursor - first));
+    if (cursor != end && *cursor == delimiter) {
+        ++cursor;
+        token = plain;
+    } else {
+        buffer = plain;
+        parseUnusualString(delimiter);
+        token = buffer;
+    }
+}
+
+// Goes on in front of the first character that needs a look, the others being in the buffer.
+void Json5Reader::parseUnusualString(char delimiter) {
     bool escaping = false;
     while (true) {
-        if (!escaping && !pushedBack) {
-            const char* const run = cursor;
-            cursor = findSpecial(cursor, end, stringSpecials);
-            buffer.append(run, cursor);
-        }
         const char character = read();
         if (failed()) {
             return;
@@ -101,7 +106,7 @@ void Json5Reader::parseString(char delimiter) {
         } else if (character == '\\') {
             escaping = true;
         } else {
-            buffer += character; // the other kind of quote
+            buffer += character;
         }
     }
 }
