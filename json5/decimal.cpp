@@ -79,7 +79,7 @@ constexpr std::array<std::uint64_t, maxFastScale + 1> powersOfFive = makePowersO
 
 [[noreturn]] void throwFloatOutOfRange() { throw std::out_of_range("stold argument out of range"); }
 
-Product multiply(std::uint64_t left, std::uint64_t right) {
+constexpr Product multiply(std::uint64_t left, std::uint64_t right) {
     constexpr std::uint64_t lowHalf = 0xffffffffu;
     const std::uint64_t low = (left & lowHalf) * (right & lowHalf);
     const std::uint64_t cross = (left >> 32) * (right & lowHalf) + (low >> 32);
@@ -90,7 +90,7 @@ Product multiply(std::uint64_t left, std::uint64_t right) {
 
 // One 32-bit digit of a quotient: (high * 2^32 + nextDigit) / divisor, where high < divisor and the divisor
 // has its top bit set. A guess from the divisor's upper half is at most two too large.
-Division divideDigit(std::uint64_t high, std::uint64_t nextDigit, std::uint64_t divisor) {
+constexpr Division divideDigit(std::uint64_t high, std::uint64_t nextDigit, std::uint64_t divisor) {
     const std::uint64_t upper = divisor >> 32;
     const std::uint64_t lower = divisor & 0xffffffffu;
     std::uint64_t guess = high / upper;
@@ -107,10 +107,49 @@ Division divideDigit(std::uint64_t high, std::uint64_t nextDigit, std::uint64_t 
 }
 
 // high * 2^64 + low by a divisor with its top bit set; high < divisor.
-Division divide(std::uint64_t high, std::uint64_t low, std::uint64_t divisor) {
+constexpr Division divide(std::uint64_t high, std::uint64_t low, std::uint64_t divisor) {
     const Division upper = divideDigit(high, low >> 32, divisor);
     const Division lower = divideDigit(upper.remainder, low & 0xffffffffu, divisor);
     return {(upper.quotient << 32) | lower.quotient, lower.remainder};
+}
+
+// What numbers are divided by, with its top bit set, and the 64 bits of 2^128 / divisor behind the leading
+// one.
+struct Divisor {
+    std::uint64_t value;
+    std::uint64_t reciprocal;
+    int shift; // value = the power << shift
+};
+
+constexpr std::array<Divisor, maxFastScale + 1> makeDivisors() {
+    std::array<Divisor, maxFastScale + 1> divisors{};
+    for (std::size_t index = 0; index < divisors.size(); ++index) {
+        const int shift = std::countl_zero(powersOfFive[index]);
+        const std::uint64_t value = powersOfFive[index] << shift;
+        divisors[index] = {value, divide(~value, ~std::uint64_t{0}, value).quotient, shift};
+    }
+    return divisors;
+}
+
+constexpr std::array<Divisor, maxFastScale + 1> divisors = makeDivisors();
+
+// The same as divide(), by multiplication: the reciprocal gives a quotient that is at most one off either
+// way.
+Division divide(std::uint64_t high, std::uint64_t low, const Divisor& divisor) {
+    const Product product = multiply(divisor.reciprocal, high);
+    const std::uint64_t fraction = product.low + low;
+    const std::uint64_t carry = fraction < low ? 1 : 0;
+    std::uint64_t quotient = product.high + high + carry + 1;
+    std::uint64_t remainder = low - quotient * divisor.value; // modulo 2^64
+    if (remainder > fraction) {
+        --quotient;
+        remainder += divisor.value;
+    }
+    if (remainder >= divisor.value) {
+        ++quotient;
+        remainder -= divisor.value;
+    }
+    return {quotient, remainder};
 }
 
 enum class Remainder { BelowHalf, Half, AboveHalf };
@@ -151,17 +190,15 @@ Extended scaleUp(std::uint64_t digits, int scale) {
 
 // digits / 10^scale, digits not zero, scale from 1 to maxFastScale.
 Extended scaleDown(std::uint64_t digits, int scale) {
-    const std::uint64_t power = powersOfFive[static_cast<std::size_t>(scale)];
+    const Divisor& divisor = divisors[static_cast<std::size_t>(scale)];
     const int digitShift = std::countl_zero(digits);
-    const int powerShift = std::countl_zero(power);
     const std::uint64_t numerator = digits << digitShift;
-    const std::uint64_t divisor = power << powerShift;
     // One bit less when the first quotient bit would be the 65th.
-    const bool large = numerator >= divisor;
+    const bool large = numerator >= divisor.value;
     const Division division =
         large ? divide(numerator >> 1, numerator << topBit, divisor) : divide(numerator, 0, divisor);
-    const int exponent = powerShift - digitShift - scale - (large ? 63 : 64);
-    const std::uint64_t untilDivisor = divisor - division.remainder;
+    const int exponent = divisor.shift - digitShift - scale - (large ? 63 : 64);
+    const std::uint64_t untilDivisor = divisor.value - division.remainder;
     return roundToEven({division.quotient, exponent}, compareToHalf(division.remainder, untilDivisor));
 }
 
