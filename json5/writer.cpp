@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <ostream>
 
 namespace dunkman {
@@ -19,7 +18,7 @@ void Json5Writer::write(const JsonValue& value, int depth) {
         break;
     }
     case JsonKind::Float:
-        writeFloat(value.floatValue());
+        appendFloat(out, value.floatValue());
         break;
     case JsonKind::String:
         out += '"';
@@ -35,24 +34,6 @@ void Json5Writer::write(const JsonValue& value, int depth) {
     case JsonKind::Null:
         out += "null";
         break;
-    }
-}
-
-// As a standard stream prints a double by default, without asking a stream: its locale and, on some
-// platforms, its width of exponents and its words for infinities differ.
-void Json5Writer::writeFloat(double number) {
-    if (std::isnan(number)) {
-        out += "nan.0";
-        return;
-    }
-    constexpr int significantDigits = 6;
-    std::array<char, 32> digits;
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                      std::chars_format::general, significantDigits);
-    const std::string_view text(digits.data(), static_cast<std::size_t>(result.ptr - digits.data()));
-    out += text;
-    if (text.find('.') == std::string_view::npos) {
-        out += ".0";
     }
 }
 

@@ -9,6 +9,11 @@
 
 namespace dunkman {
 
+// Appends the number as a standard stream prints it by default, with six significant digits, and ".0" when
+// that has no point: inf.0 and nan.0 too. Asks no stream: its locale and, on some platforms, its width of
+// exponents and its words for infinities differ.
+void appendFloat(std::string& text, double number);
+
 // Prints values in the game's own layout: quoted keys, no comments, no trailing commas, no line feed at the
 // end. An array is spread over lines only when its first element is an Object; an object whenever it has
 // members and there is an indent unit. Strings and keys go out byte for byte, because the reader translates
@@ -24,7 +29,6 @@ public:
     void write(const JsonValue& value, int depth = 0);
 
 private:
-    void writeFloat(double number);
     void writeArray(std::span<const JsonValue> elements, int depth);
     void writeObject(const JsonMembers& members, int depth);
     void indent(int depth);

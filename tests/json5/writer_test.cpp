@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -80,6 +83,30 @@ TEST(Json5Writer, FloatIsWhatADefaultStreamPrints) {
         stream << number;
         const std::string plain = stream.str();
         EXPECT_EQ(writtenFloat(number), plain.find('.') == std::string::npos ? plain + ".0" : plain);
+    }
+}
+
+// As the standard library converts them; among them many that lie on or next to the middle between two texts.
+TEST(Json5Writer, FloatsOfEverySizeAreRoundedExactly) {
+    std::mt19937_64 random(5);
+    const auto expectExact = [](double number) {
+        char expected[40];
+        std::snprintf(expected, sizeof expected, "%.6g", number);
+        const std::string plain = expected;
+        ASSERT_EQ(writtenFloat(number), plain.find('.') == std::string::npos ? plain + ".0" : plain);
+    };
+    for (const double unit : {1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 0.1, 1.0, 10.0, 100.0, 1e3, 1e4, 1e5, 1e6}) {
+        for (int round = 0; round < 20000; ++round) {
+            const auto digits = static_cast<double>(random() % 20'000'000); // up to eight of them
+            expectExact(digits / 1e7 * unit);
+            expectExact(-std::ldexp(std::floor(digits), -static_cast<int>(random() % 30)));
+            expectExact((std::floor(digits / 20) + 0.5) * unit / 1e5);
+        }
+        for (const double edge : {unit, unit * 9.999995, unit * 9.999994999}) {
+            expectExact(edge);
+            expectExact(std::nextafter(edge, 0.0));
+            expectExact(std::nextafter(edge, 1e9));
+        }
     }
 }
 
