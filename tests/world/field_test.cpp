@@ -33,7 +33,7 @@ TEST(Fields, TheKindComesFromTheMember) {
 TEST(Fields, AFieldReadsAndWritesItsMember) {
     Sample sample;
     const Field whole = field<&Sample::whole>("whole", "");
-    EXPECT_EQ(whole.write(sample).intValue, 2);
+    EXPECT_EQ(whole.write(sample).intValue(), 2);
     whole.read(sample, json("7"));
     EXPECT_EQ(sample.whole, 7);
     whole.read(sample, json("8.0"));

@@ -83,7 +83,8 @@ TEST(Properties, EveryKindIsWrittenAsItself) {
     EXPECT_EQ(writtenProperty(std::int32_t{2}).kind, JsonKind::Integer);
     EXPECT_EQ(writtenProperty(true).kind, JsonKind::Bool);
     EXPECT_EQ(writtenProperty(std::string("t")).kind, JsonKind::String);
-    EXPECT_EQ(writtenProperty(Vec2{1.0, 2.0}).arrayValue().size(), 2u);
+    const JsonValue pair = writtenProperty(Vec2{1.0, 2.0});
+    EXPECT_EQ(pair.arrayValue().size(), 2u);
     EXPECT_EQ(writtenProperty(Timer{0.4, true, 0.2}).kind, JsonKind::Float);
     EXPECT_EQ(writtenProperty(Timer{0.4, true, 0.2}).floatValue(), 0.4);
 }

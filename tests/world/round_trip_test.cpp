@@ -56,7 +56,7 @@ TEST_P(RoundTripTest, WritesItsKeysInTheOrderOfItsFamily) {
     std::vector<std::string> written;
     const JsonValue value = createObject(GetParam())->writeProperties();
     for (const JsonMember& member : value.objectValue()) {
-        written.push_back(member.key());
+        written.emplace_back(member.key());
     }
     std::vector<std::string> listed = {"_type"};
     for (const ObjectType ancestor : lineage(GetParam())) {

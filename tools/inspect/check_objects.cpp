@@ -38,13 +38,13 @@ public:
             }
             const Field* field = findField(type, member.key());
             if (field == nullptr) {
-                faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property \"" +
-                                     member.key() + "\".");
+                faults.add(file, name + ": a " + std::string(typeName(type)) + " has no property " +
+                                     quoted(member.key()) + ".");
             } else if (!accepts(field->kind, member.value)) {
-                faults.add(file,
-                           name + ": the value of \"" + member.key() + "\" is of a kind that is passed over.");
+                faults.add(file, name + ": the value of " + quoted(member.key()) +
+                                     " is of a kind that is passed over.");
             } else if (member.key() == "imageKey" && !images.contains(member.value.stringValue())) {
-                faults.add(file, name + ": there is no image \"" + member.value.stringValue() + "\".");
+                faults.add(file, name + ": there is no image " + quoted(member.value.stringValue()) + ".");
             }
         }
     }
