@@ -4,6 +4,7 @@
 #include "app/recording.h"
 #include "assets/catalog.h"
 #include "audio/sound.h"
+#include "base/key_states.h"
 #include "platform/platform.h"
 #include "render/gl.h"
 #include "render/renderer.h"
@@ -11,7 +12,20 @@
 
 namespace dunkman {
 
+namespace {
+
+// A key counts as pressed when it was pressed since anybody last asked. What was typed before the program
+// began, in whatever window, is not for it: least of all an Escape.
+void dropOldKeyPresses() {
+    for (const std::int32_t key : polledKeys) {
+        platform::isKeyDown(key);
+    }
+}
+
+} // namespace
+
 void startUp(InputMode mode, ScreenId firstScreen) {
+    dropOldKeyPresses();
     inputMode = mode;
     loadRecording();
 

@@ -38,7 +38,12 @@ void loadGlFunctions() {
 
 void setSwapInterval() { machine.calls.emplace_back("setSwapInterval"); }
 bool isWindowVisible() { return machine.windowVisible; }
-bool isKeyDown(std::int32_t virtualKey) { return machine.keysDown.contains(virtualKey); }
+
+bool isKeyDown(std::int32_t virtualKey) {
+    const bool wasPressed = machine.keysPressed.erase(virtualKey) != 0;
+    return machine.keysDown.contains(virtualKey) || wasPressed;
+}
+
 void drainMessages() {}
 ClientSize clientSize() { return machine.clientSize; }
 std::int64_t clockNanoseconds() { return machine.clockNanoseconds; }

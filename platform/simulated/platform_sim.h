@@ -18,7 +18,8 @@ struct ProgramExit {
 
 struct Machine {
     std::int64_t clockNanoseconds = 0;
-    std::set<std::int32_t> keysDown; // virtual-key codes
+    std::set<std::int32_t> keysDown;    // virtual-key codes
+    std::set<std::int32_t> keysPressed; // since last asked, whether they still are down or not
     platform::ClientSize clientSize = {1920, 1080};
     bool windowVisible = true;
     int bufferSwaps = 0;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/fatal.h"
+#include "base/key_states.h"
 #include "render/image_table.h"
 #include "tests/fakes/program_fixture.h"
 
@@ -28,6 +29,25 @@ TEST_F(Program, StartsTheMachineInItsOrder) {
     EXPECT_EQ(simulated::machine.calls,
               (std::vector<std::string>{"switchDisplayMode", "openWindow", "hideCursor", "createGlContext",
                                         "loadGlFunctions", "setSwapInterval"}));
+}
+
+TEST_F(Program, DoesNotTakeKeysThatWerePressedBeforeItBegan) {
+    simulated::machine.keysPressed = {keys::escape, keys::x};
+    start(InputMode::Live);
+    EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::GoOn);
+    EXPECT_EQ(findKeyState(keys::x), KeyState::Up);
+}
+
+TEST_F(Program, TakesKeysThatArePressedWhileItLoads) {
+    start(InputMode::Live);
+    simulated::machine.keysPressed = {keys::escape};
+    EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::Escape);
+}
+
+TEST_F(Program, TakesAKeyThatHasBeenHeldSinceBeforeItBegan) {
+    simulated::machine.keysDown = {keys::escape};
+    start(InputMode::Live);
+    EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::Escape);
 }
 
 TEST_F(Program, StartsOnTheLoadingScreen) {
