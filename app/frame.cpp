@@ -1,9 +1,11 @@
 #include "app/frame.h"
 
+#include <cassert>
 #include <utility>
 
 #include "app/recording.h"
 #include "audio/sound.h"
+#include "base/arithmetic.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
@@ -37,6 +39,7 @@ void applyInput(bool inGame) {
 } // namespace
 
 void runFrame() {
+    assert(hasDefaultArithmetic());
     const bool inGame = currentScreen == screenTable[ScreenId::Game];
     applyInput(inGame);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

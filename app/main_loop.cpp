@@ -96,6 +96,7 @@ LoopEnd runIteration() {
     if (platform::isKeyDown(keys::escape)) {
         return LoopEnd::Escape;
     }
+    platform::resetArithmetic();
     platform::drainMessages();
     followClientSize();
     const double now = static_cast<double>(platform::clockNanoseconds() - startSample) / nanosecondsPerSecond;

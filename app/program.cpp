@@ -35,6 +35,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
     platform::createGlContext();
     platform::loadGlFunctions();
     platform::setSwapInterval();
+    platform::resetArithmetic(); // the driver's libraries are in the process now
 
     createRenderer();
     assetCatalog.loadAll();

@@ -21,6 +21,10 @@ void loadGlFunctions();   // resolves every pointer of render/gl.h
 void setSwapInterval();   // 1: wait for the vertical blank
 bool isWindowVisible();
 
+// Rounding to nearest, and small numbers kept: what this thread began with, whatever a foreign library has set
+// since.
+void resetArithmetic();
+
 // One loop iteration.
 bool isKeyDown(std::int32_t virtualKey); // down now, or pressed since last asked
 void drainMessages();

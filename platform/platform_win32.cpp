@@ -2,6 +2,7 @@
 #include "platform/platform.h"
 
 #include <windows.h>
+#include <xmmintrin.h>
 
 #include <chrono>
 #include <string>
@@ -51,6 +52,8 @@ void switchDisplayMode() {
     mode.dmPelsHeight = screenHeight;
     ChangeDisplaySettingsA(&mode, CDS_FULLSCREEN);
 }
+
+void resetArithmetic() { _mm_setcsr(0x1F80); } // round to nearest, no flush to zero, no exception trapped
 
 void openWindow() {
     window = createWindow(MAKEINTATOM(editClassAtom));

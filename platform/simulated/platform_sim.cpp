@@ -1,5 +1,7 @@
 #include "platform/simulated/platform_sim.h"
 
+#include <cfenv>
+
 #include "base/debug_output.h"
 #include "base/fatal.h"
 #include "platform/simulated/gl_sim.h"
@@ -35,6 +37,9 @@ void loadGlFunctions() {
     machine.calls.emplace_back("loadGlFunctions");
     simulated::loadGlFunctions();
 }
+
+// Nobody else's library is loaded here, so this need not reach further than what a test may set.
+void resetArithmetic() { std::fesetround(FE_TONEAREST); }
 
 void setSwapInterval() { machine.calls.emplace_back("setSwapInterval"); }
 bool isWindowVisible() { return machine.windowVisible; }

@@ -1,9 +1,11 @@
 #include "app/main_loop.h"
 
+#include <cfenv>
 #include <cmath>
 #include <string>
 #include <vector>
 
+#include "base/arithmetic.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
@@ -110,6 +112,16 @@ TEST_F(MainLoop, RecordStepsOncePerIterationByASixtieth) {
     EXPECT_EQ(stepsSoFar(), 2u);
     EXPECT_EQ(frameDelta, 1.0 / 60.0);
     EXPECT_DOUBLE_EQ(elapsedTime, 2.001);
+}
+
+TEST_F(MainLoop, RoundsToNearestWhateverALibraryHasSet) {
+    startWithProbe(InputMode::Live);
+    static bool isDefault = false;
+    probe.onUpdate = [] { isDefault = hasDefaultArithmetic(); };
+    std::fesetround(FE_UPWARD);
+    iterateAfter(stepNanoseconds);
+    std::fesetround(FE_TONEAREST);
+    EXPECT_TRUE(isDefault);
 }
 
 TEST_F(MainLoop, ReplayCarriesTimeThatIsTooShortForAStep) {
