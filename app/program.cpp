@@ -22,6 +22,12 @@ void dropOldKeyPresses() {
     }
 }
 
+// The first picture, as soon as there can be one: loading takes a while, and a fresh window is white.
+void showDarkness() {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT); // to black
+    platform::swapBuffers();
+}
+
 } // namespace
 
 void startUp(InputMode mode, ScreenId firstScreen) {
@@ -35,6 +41,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
     platform::createGlContext();
     platform::loadGlFunctions();
     platform::setSwapInterval();
+    showDarkness();
     platform::resetArithmetic(); // the driver's libraries are in the process now
 
     createRenderer();

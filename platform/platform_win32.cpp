@@ -9,6 +9,7 @@
 
 #include "base/debug_output.h"
 #include "base/fatal.h"
+#include "platform/canvas.h"
 #include "render/gl_loader.h"
 
 namespace dunkman {
@@ -32,6 +33,9 @@ constexpr int screenHeight = 1080;
 
 HWND window = nullptr;
 HDC deviceContext = nullptr;
+Canvas canvas;
+
+GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
 
 // The predefined window class that start-up uses; the program registers none of its own.
 constexpr WORD editClassAtom = 0xC018;
@@ -79,7 +83,11 @@ void createGlContext() {
     wglMakeCurrent(deviceContext, wglCreateContext(deviceContext));
 }
 
-void loadGlFunctions() { loadGlFunctionsFromWindows(); }
+void loadGlFunctions() {
+    loadGlFunctionsFromWindows();
+    canvas.load(askDriver);
+    clientSize(); // gives the canvas its size
+}
 
 void setSwapInterval() {
     using SwapInterval = BOOL(WINAPI*)(int);
@@ -103,8 +111,12 @@ void drainMessages() {
 ClientSize clientSize() {
     RECT client = {};
     GetClientRect(window, &client);
-    return {static_cast<std::uint32_t>(client.right - client.left),
-            static_cast<std::uint32_t>(client.bottom - client.top)};
+    const ClientSize size = {static_cast<std::uint32_t>(client.right - client.left),
+                             static_cast<std::uint32_t>(client.bottom - client.top)};
+    if (size.width > 0 && size.height > 0) {
+        canvas.resize(size); // before anything is drawn in the new size
+    }
+    return size;
 }
 
 std::int64_t clockNanoseconds() {
@@ -113,7 +125,10 @@ std::int64_t clockNanoseconds() {
         .count();
 }
 
-void swapBuffers() { SwapBuffers(deviceContext); }
+void swapBuffers() {
+    canvas.present();
+    SwapBuffers(deviceContext);
+}
 
 void exitProcess(int status) { ExitProcess(static_cast<UINT>(status)); }
 

@@ -50,6 +50,12 @@ TEST_F(Program, TakesAKeyThatHasBeenHeldSinceBeforeItBegan) {
     EXPECT_EQ(iterateAfter(stepNanoseconds), LoopEnd::Escape);
 }
 
+TEST_F(Program, ShowsADarkPictureBeforeItLoadsAnything) {
+    data.remove("drawable_basic.frag");
+    EXPECT_NE(startUpFault(), "no fault");
+    EXPECT_EQ(simulated::machine.bufferSwaps, 1);
+}
+
 TEST_F(Program, StartsOnTheLoadingScreen) {
     start(InputMode::Live);
     EXPECT_TRUE(isCurrent(ScreenId::Loading));

@@ -28,7 +28,10 @@ ProgramFixture::~ProgramFixture() {
     headless::resetProgram();
 }
 
-void ProgramFixture::start(InputMode mode, ScreenId screen) { startUp(mode, screen); }
+void ProgramFixture::start(InputMode mode, ScreenId screen) {
+    startUp(mode, screen);
+    simulated::machine.bufferSwaps = 0;
+}
 
 LoopEnd ProgramFixture::iterateAfter(std::int64_t nanoseconds) {
     simulated::machine.clockNanoseconds += nanoseconds;

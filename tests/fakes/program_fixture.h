@@ -34,7 +34,7 @@ protected:
     ProgramFixture();
     ~ProgramFixture() override;
 
-    // Start-up in the given mode; the clock stands at 0.
+    // Start-up in the given mode; the clock stands at 0, swaps count from here.
     void start(InputMode mode, ScreenId screen = ScreenId::Loading);
 
     // One loop iteration at a later time.

@@ -1,0 +1,90 @@
+#include "platform/canvas.h"
+
+#include <string>
+
+#include "base/fatal.h"
+
+namespace dunkman::platform {
+
+namespace {
+
+// Values of the OpenGL registry that nothing but the canvas uses.
+constexpr GLenum framebufferTarget = 0x8D40;  // GL_FRAMEBUFFER
+constexpr GLenum renderbufferTarget = 0x8D41; // GL_RENDERBUFFER
+constexpr GLenum colourAttachment = 0x8CE0;   // GL_COLOR_ATTACHMENT0
+constexpr GLenum depthAttachment = 0x8D00;    // GL_DEPTH_ATTACHMENT
+constexpr GLenum colourFormat = 0x8058;       // GL_RGBA8
+constexpr GLenum depthFormat = 0x81A6;        // GL_DEPTH_COMPONENT24, as a window's depth buffer has it
+constexpr GLenum nearest = 0x2600;            // GL_NEAREST
+
+template <typename Function> void load(Function*& pointer, const char* name, GlLookup driver) {
+    const GlFunction answer = driver(name);
+    if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(answer))) {
+        fatal(std::string("The game needs OpenGL 4.5, but the graphics driver has no \"") + name +
+              "\". Install a current driver for the graphics card.");
+    }
+    pointer = reinterpret_cast<Function*>(answer);
+}
+
+GLsizei widthOf(const ClientSize& size) { return static_cast<GLsizei>(size.width); }
+GLsizei heightOf(const ClientSize& size) { return static_cast<GLsizei>(size.height); }
+
+} // namespace
+
+void Canvas::load(GlLookup driver) {
+    platform::load(gl.createFramebuffers, "glCreateFramebuffers", driver);
+    platform::load(gl.deleteFramebuffers, "glDeleteFramebuffers", driver);
+    platform::load(gl.createRenderbuffers, "glCreateRenderbuffers", driver);
+    platform::load(gl.deleteRenderbuffers, "glDeleteRenderbuffers", driver);
+    platform::load(gl.namedRenderbufferStorage, "glNamedRenderbufferStorage", driver);
+    platform::load(gl.namedFramebufferRenderbuffer, "glNamedFramebufferRenderbuffer", driver);
+    platform::load(gl.bindFramebuffer, "glBindFramebuffer", driver);
+    platform::load(gl.blitNamedFramebuffer, "glBlitNamedFramebuffer", driver);
+}
+
+void Canvas::resize(const ClientSize& size) {
+    if (size.width == picture.size.width && size.height == picture.size.height) {
+        return;
+    }
+    const Picture last = picture;
+    picture = makePicture(size);
+    gl.bindFramebuffer(framebufferTarget, picture.framebuffer);
+    if (last.framebuffer == 0) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        return;
+    }
+    copy(last, picture.framebuffer, size);
+    release(last);
+}
+
+void Canvas::present() const {
+    if (picture.framebuffer != 0) {
+        copy(picture, 0, picture.size);
+    }
+}
+
+Canvas::Picture Canvas::makePicture(const ClientSize& size) const {
+    Picture made;
+    made.size = size;
+    gl.createRenderbuffers(1, &made.colour);
+    gl.namedRenderbufferStorage(made.colour, colourFormat, widthOf(size), heightOf(size));
+    gl.createRenderbuffers(1, &made.depth);
+    gl.namedRenderbufferStorage(made.depth, depthFormat, widthOf(size), heightOf(size));
+    gl.createFramebuffers(1, &made.framebuffer);
+    gl.namedFramebufferRenderbuffer(made.framebuffer, colourAttachment, renderbufferTarget, made.colour);
+    gl.namedFramebufferRenderbuffer(made.framebuffer, depthAttachment, renderbufferTarget, made.depth);
+    return made;
+}
+
+void Canvas::copy(const Picture& from, GLuint to, const ClientSize& toSize) const {
+    gl.blitNamedFramebuffer(from.framebuffer, to, 0, 0, widthOf(from.size), heightOf(from.size), 0, 0,
+                            widthOf(toSize), heightOf(toSize), GL_COLOR_BUFFER_BIT, nearest);
+}
+
+void Canvas::release(const Picture& unused) const {
+    gl.deleteFramebuffers(1, &unused.framebuffer);
+    gl.deleteRenderbuffers(1, &unused.colour);
+    gl.deleteRenderbuffers(1, &unused.depth);
+}
+
+} // namespace dunkman::platform

@@ -1,0 +1,171 @@
+#include "platform/canvas.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "base/fatal.h"
+
+namespace dunkman::platform {
+namespace {
+
+// A driver with nothing but framebuffers. What is drawn is a word; the window's own buffer holds rubbish
+// after a swap.
+struct Driver {
+    std::map<GLuint, std::string> pictures; // by framebuffer
+    std::map<GLuint, ClientSize> sizes;     // of renderbuffers
+    std::map<GLuint, std::map<GLenum, GLuint>> attached;
+    GLuint bound = 0;
+    GLuint lastName = 0;
+    std::string missing;
+
+    void draw(const std::string& picture) { pictures[bound] = picture; }
+    std::string swap() {
+        std::string shown = pictures[0];
+        pictures[0] = "rubbish";
+        return shown;
+    }
+};
+
+Driver driver;
+
+void createNames(GLsizei count, GLuint* names) {
+    for (GLsizei index = 0; index < count; ++index) {
+        names[index] = ++driver.lastName;
+    }
+}
+
+void createFramebuffers(GLsizei count, GLuint* names) {
+    createNames(count, names);
+    driver.pictures[names[0]] = "undefined";
+}
+
+void deleteFramebuffers(GLsizei, const GLuint* names) { driver.pictures.erase(*names); }
+void deleteRenderbuffers(GLsizei, const GLuint* names) { driver.sizes.erase(*names); }
+
+void storage(GLuint name, GLenum, GLsizei width, GLsizei height) {
+    driver.sizes[name] = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
+}
+
+void attach(GLuint framebuffer, GLenum attachment, GLenum, GLuint renderbuffer) {
+    driver.attached[framebuffer][attachment] = renderbuffer;
+}
+
+void bind(GLenum, GLuint name) { driver.bound = name; }
+
+void blit(GLuint from, GLuint to, GLint, GLint, GLint fromWidth, GLint fromHeight, GLint, GLint,
+          GLint toWidth, GLint toHeight, GLbitfield, GLenum) {
+    const bool isStretched = fromWidth != toWidth || fromHeight != toHeight;
+    driver.pictures[to] = driver.pictures[from] + (isStretched ? ", stretched" : "");
+}
+
+void clear(GLbitfield) { driver.draw("clear"); }
+
+template <typename Function> GlFunction address(Function* function) {
+    return reinterpret_cast<GlFunction>(function);
+}
+
+GlFunction ask(const char* name) {
+    static const std::map<std::string, GlFunction> functions = {
+        {"glCreateFramebuffers", address(createFramebuffers)},
+        {"glDeleteFramebuffers", address(deleteFramebuffers)},
+        {"glCreateRenderbuffers", address(createNames)},
+        {"glDeleteRenderbuffers", address(deleteRenderbuffers)},
+        {"glNamedRenderbufferStorage", address(storage)},
+        {"glNamedFramebufferRenderbuffer", address(attach)},
+        {"glBindFramebuffer", address(bind)},
+        {"glBlitNamedFramebuffer", address(blit)},
+    };
+    return name == driver.missing ? nullptr : functions.at(name);
+}
+
+class CanvasTest : public testing::Test {
+protected:
+    CanvasTest() {
+        driver = Driver();
+        glClear = clear;
+    }
+    ~CanvasTest() override { resetGlFunctions(); }
+
+    // What a swap puts on the screen.
+    std::string show() const {
+        canvas.present();
+        return driver.swap();
+    }
+
+    Canvas canvas;
+};
+
+TEST_F(CanvasTest, ShowsWhatWasDrawn) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    driver.draw("step 1");
+    EXPECT_EQ(show(), "step 1");
+}
+
+TEST_F(CanvasTest, ShowsTheLastPictureAgainWhenNothingWasDrawn) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    driver.draw("step 1");
+    show();
+    EXPECT_EQ(show(), "step 1");
+    EXPECT_EQ(show(), "step 1");
+    driver.draw("step 2");
+    EXPECT_EQ(show(), "step 2");
+}
+
+TEST_F(CanvasTest, IsClearBeforeAnythingWasDrawn) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    EXPECT_EQ(show(), "clear");
+}
+
+TEST_F(CanvasTest, DrawsToTheWindowUntilItHasASize) {
+    canvas.load(ask);
+    driver.draw("step 1");
+    EXPECT_EQ(show(), "step 1");
+}
+
+TEST_F(CanvasTest, KeepsTheLastPictureWhenTheWindowChangesItsSize) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    driver.draw("step 1");
+    canvas.resize({960, 540});
+    EXPECT_EQ(show(), "step 1, stretched");
+}
+
+TEST_F(CanvasTest, FreesThePictureOfTheOldSize) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    canvas.resize({960, 540});
+    EXPECT_EQ(driver.sizes.size(), 2u); // colour and depth
+    for (const auto& [name, size] : driver.sizes) {
+        EXPECT_EQ(size.width, 960u) << name;
+        EXPECT_EQ(size.height, 540u) << name;
+    }
+    driver.pictures.erase(0);
+    EXPECT_EQ(driver.pictures.size(), 1u);
+}
+
+TEST_F(CanvasTest, KeepsWhatItHasForTheSameSize) {
+    canvas.load(ask);
+    canvas.resize({1920, 1080});
+    const GLuint names = driver.lastName;
+    canvas.resize({1920, 1080});
+    EXPECT_EQ(driver.lastName, names);
+}
+
+TEST_F(CanvasTest, NamesWhatTheDriverLacks) {
+    driver.missing = "glBlitNamedFramebuffer";
+    try {
+        canvas.load(ask);
+        FAIL() << "a missing function was accepted";
+    } catch (const FatalError& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr("glBlitNamedFramebuffer"));
+    }
+}
+
+} // namespace
+} // namespace dunkman::platform
