@@ -12,6 +12,7 @@
 #endif
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    dunkman::platform::useRealPixels();
     try {
         dunkman::runProgram(dunkman::InputMode::DUNKMAN_INPUT_MODE);
     } catch (const std::exception& error) {

@@ -61,6 +61,7 @@ void shutDown() {
     releaseRenderer();
     assetCatalog.releaseAll();
     stopAudio();
+    platform::restoreDesktop();
 }
 
 void runProgram(InputMode mode) {

@@ -13,16 +13,21 @@ struct ClientSize {
 };
 
 // Start-up, in the order of use.
-void switchDisplayMode(); // 1920 x 1080, 32 bits per pixel, full screen
-void openWindow();        // borderless, 1920 x 1080
+void switchDisplayMode(); // 1920 x 1080, 32 bits per pixel, full screen; kept lit from now on
+void openWindow();        // borderless, over the whole display
 void hideCursor();        //
 void createGlContext();   // pixel format, context, made current
 void loadGlFunctions();   // resolves every pointer of render/gl.h
 void setSwapInterval();   // 1: wait for the vertical blank
 bool isWindowVisible();
 
-// Rounding to nearest, and small numbers kept: what this thread began with, whatever a foreign library has set
-// since.
+// Gives back what switchDisplayMode took: the desktop's own display mode, and leave to dim and to sleep.
+// Takes the window off the screen. Once the loop has ended; exitProcess and the message of a fatal error do
+// it by themselves.
+void restoreDesktop();
+
+// Rounding to nearest, and small numbers kept: what this thread began with, whatever a foreign library has
+// set since.
 void resetArithmetic();
 
 // One loop iteration.

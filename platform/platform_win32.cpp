@@ -10,6 +10,7 @@
 #include "base/debug_output.h"
 #include "base/fatal.h"
 #include "platform/canvas.h"
+#include "platform/window_win32.h"
 #include "render/gl_loader.h"
 
 namespace dunkman {
@@ -33,17 +34,18 @@ constexpr int screenHeight = 1080;
 
 HWND window = nullptr;
 HDC deviceContext = nullptr;
+
 Canvas canvas;
 
-GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
-
-// The predefined window class that start-up uses; the program registers none of its own.
-constexpr WORD editClassAtom = 0xC018;
-
-HWND createWindow(const char* windowClass) {
-    return CreateWindowExA(0, windowClass, nullptr, WS_POPUP | WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                           screenWidth, screenHeight, nullptr, nullptr, nullptr, nullptr);
+std::wstring wide(const std::string& utf8) {
+    const int length =
+        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    std::wstring result(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), result.data(), length);
+    return result;
 }
+
+GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
 
 } // namespace
 
@@ -55,17 +57,21 @@ void switchDisplayMode() {
     mode.dmPelsWidth = screenWidth;
     mode.dmPelsHeight = screenHeight;
     ChangeDisplaySettingsA(&mode, CDS_FULLSCREEN);
+    // Nobody needs to touch a key for the whole show; the display must not go dark over it.
+    SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED | ES_SYSTEM_REQUIRED);
+}
+
+void restoreDesktop() {
+    if (window != nullptr) {
+        ShowWindow(window, SW_HIDE);
+    }
+    ChangeDisplaySettingsA(nullptr, 0);
+    SetThreadExecutionState(ES_CONTINUOUS);
 }
 
 void resetArithmetic() { _mm_setcsr(0x1F80); } // round to nearest, no flush to zero, no exception trapped
 
-void openWindow() {
-    window = createWindow(MAKEINTATOM(editClassAtom));
-    if (window == nullptr) {
-        // Where the atom is unknown, the class that it names on Windows still is there under its name.
-        window = createWindow("Edit");
-    }
-}
+void openWindow() { window = openGameWindow(); }
 
 void hideCursor() { ShowCursor(FALSE); }
 
@@ -130,16 +136,18 @@ void swapBuffers() {
     SwapBuffers(deviceContext);
 }
 
-void exitProcess(int status) { ExitProcess(static_cast<UINT>(status)); }
+void exitProcess(int status) {
+    restoreDesktop();
+    ExitProcess(static_cast<UINT>(status));
+}
+
+void useRealPixels() { SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2); }
 
 void showFatalMessage(const std::string& message) {
     debugText("fatal: " + message);
-    ChangeDisplaySettingsA(nullptr, 0);
-    if (window != nullptr) {
-        ShowWindow(window, SW_HIDE);
-    }
+    restoreDesktop();
     ShowCursor(TRUE);
-    MessageBoxA(nullptr, message.c_str(), "Dunkman", MB_OK | MB_ICONERROR);
+    MessageBoxW(nullptr, wide(message).c_str(), L"Dunkman", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 } // namespace platform

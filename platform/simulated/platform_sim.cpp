@@ -38,6 +38,8 @@ void loadGlFunctions() {
     simulated::loadGlFunctions();
 }
 
+void restoreDesktop() { machine.calls.emplace_back("restoreDesktop"); }
+
 // Nobody else's library is loaded here, so this need not reach further than what a test may set.
 void resetArithmetic() { std::fesetround(FE_TONEAREST); }
 

@@ -92,6 +92,13 @@ TEST_F(Program, ShutDownForgetsTheTextures) {
     EXPECT_EQ(glyphTable[25].name, 0u);
 }
 
+TEST_F(Program, ShutDownGivesTheDesktopBackLast) {
+    start(InputMode::Live);
+    simulated::machine.calls.clear();
+    shutDown();
+    EXPECT_EQ(simulated::machine.calls, (std::vector<std::string>{"restoreDesktop"}));
+}
+
 TEST_F(Program, AMissingTextureStopsItWithTheNameOfTheFile) {
     data.remove("AssetsCompressed/Font/Q.dds");
     EXPECT_NE(startUpFault().find("AssetsCompressed/Font/Q.dds"), std::string::npos);
