@@ -15,7 +15,8 @@ namespace dunkman {
 // cannot keep the main thread from ending.
 class AudioOutput {
 public:
-    // Opens the default device and starts the audio thread. On failure nothing is held and `output` is null.
+    // Opens the default device and starts the audio thread. Without a device that can be opened, the thread waits for
+    // one, and a line goes to the debugger output. On failure of anything else nothing is held and `output` is null.
     static CallResult start(SystemCalls& system, AudioOutput*& output);
 
     // Stops the audio thread and frees everything, or leaves that to the thread if it does not answer in
@@ -27,7 +28,7 @@ public:
 private:
     friend class WindowsPlaybackDevice;
 
-    explicit AudioOutput(SystemCalls& itsSystem) : system(itsSystem) {}
+    explicit AudioOutput(SystemCalls& itsCalls) : calls(itsCalls) {}
     ~AudioOutput();
 
     CallResult open();
@@ -35,12 +36,12 @@ private:
     void letGo();
     static unsigned long runThread(void* output);
 
-    SystemCalls& system;
+    SystemCalls& calls;
     IAudioClient* client = nullptr; // only the audio thread uses and replaces it between start and stop
     void* event = nullptr;
     void* thread = nullptr;
     WaveFormat* format = nullptr;
-    std::uint32_t bufferFrames = 0;
+    std::uint32_t bufferFrames = 0; // 0: there is no device yet
     std::atomic<std::uint32_t> stopRequested = 0;
     std::atomic<int> owners = 1;
 };

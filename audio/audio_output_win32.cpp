@@ -8,6 +8,7 @@
 #include "audio/open_stream.h"
 #include "audio/playback.h"
 #include "audio/playback_device_win32.h"
+#include "base/debug_output.h"
 
 namespace dunkman {
 
@@ -32,30 +33,28 @@ CallResult AudioOutput::start(SystemCalls& system, AudioOutput*& output) {
 }
 
 CallResult AudioOutput::open() {
-    CallResult result = activateDefaultDevice(system, client);
-    if (result.failed()) {
-        return result;
-    }
-    format = system.allocateFormat();
+    CallResult device = activateDefaultDevice(calls, client);
+    format = calls.allocateFormat();
     if (format == nullptr) {
         return {"CoTaskMemAlloc", E_OUTOFMEMORY};
     }
     *format = streamFormat;
-    result = initializeStream(*client, *format);
+    if (!device.failed()) {
+        device = initializeStream(calls, client, *format);
+    }
+    if (!device.failed()) {
+        device = streamBufferFrames(*client, bufferFrames);
+    }
+    CallResult result = calls.createEvent(event);
     if (result.failed()) {
         return result;
     }
-    result = streamBufferFrames(*client, bufferFrames);
-    if (result.failed()) {
-        return result;
+    if (!device.failed()) {
+        device = setStreamEvent(*client, event);
     }
-    result = system.createEvent(event);
-    if (result.failed()) {
-        return result;
-    }
-    result = setStreamEvent(*client, event);
-    if (result.failed()) {
-        return result;
+    if (device.failed()) {
+        bufferFrames = 0;
+        debugText(describe(device, "silence until a default device can be opened"));
     }
     result = ring.allocate(AudioRing::sizeFor(format->averageBytesPerSecond));
     ring.setDeviceBuffer(bufferFrames);
@@ -64,7 +63,7 @@ CallResult AudioOutput::open() {
 
 CallResult AudioOutput::startThread() {
     owners = 2;
-    const CallResult result = system.startThread(runThread, this, thread);
+    const CallResult result = calls.startThread(runThread, this, thread);
     if (result.failed()) {
         owners = 1;
     }
@@ -73,7 +72,7 @@ CallResult AudioOutput::startThread() {
 
 unsigned long AudioOutput::runThread(void* output) {
     AudioOutput& self = *static_cast<AudioOutput*>(output);
-    SystemCalls& system = self.system;
+    SystemCalls& system = self.calls;
     DWORD taskIndex = 0;
     const HANDLE task = AvSetMmThreadCharacteristicsW(L"Pro Audio", &taskIndex);
     const bool hasCom = !system.initializeCom(true).failed();
@@ -92,7 +91,7 @@ unsigned long AudioOutput::runThread(void* output) {
 }
 
 bool AudioOutput::stop(AudioOutput* output) {
-    SystemCalls& system = output->system;
+    SystemCalls& system = output->calls;
     output->stopRequested.exchange(1);
     system.setEvent(output->event);
     const bool hasEnded = system.waitForThread(output->thread, threadMilliseconds);
@@ -109,11 +108,11 @@ void AudioOutput::letGo() {
 
 AudioOutput::~AudioOutput() {
     if (event != nullptr) {
-        system.closeHandle(event);
+        calls.closeHandle(event);
     }
     ring.release();
     if (format != nullptr) {
-        system.freeFormat(format);
+        calls.freeFormat(format);
     }
     if (client != nullptr) {
         client->Release();

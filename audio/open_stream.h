@@ -17,8 +17,9 @@ namespace dunkman {
 CallResult activateDefaultDevice(SystemCalls& system, IAudioClient*& client);
 
 // Event-driven in shared mode: with the engine's shortest period where the system can do that, else with the
-// default period and the engine's own format conversion.
-CallResult initializeStream(IAudioClient& client, const WaveFormat& format);
+// default period and the engine's own format conversion. A client that fails in between is replaced by a new one;
+// when there is none, `client` is null.
+CallResult initializeStream(SystemCalls& system, IAudioClient*& client, const WaveFormat& format);
 
 CallResult streamBufferFrames(IAudioClient& client, std::uint32_t& frames);
 

@@ -19,19 +19,39 @@ const WAVEFORMATEX* systemFormat(const WaveFormat& format) {
     return reinterpret_cast<const WAVEFORMATEX*>(&format);
 }
 
-bool initializeWithShortestPeriod(IAudioClient& client, const WaveFormat& format) {
+enum class Attempt {
+    Done,
+    Impossible, // the client is as it was
+    Failed,     // half-way: what the client is now is not documented
+};
+
+Attempt initializeWithShortestPeriod(IAudioClient& client, const WaveFormat& format) {
     ComHandle<IAudioClient3> lowLatency;
     if (FAILED(client.QueryInterface(__uuidof(IAudioClient3), lowLatency.receiveAny()))) {
-        return false;
+        return Attempt::Impossible;
     }
     UINT32 defaultFrames = 0;
     UINT32 fundamentalFrames = 0;
     UINT32 shortestFrames = 0;
     UINT32 longestFrames = 0;
-    return SUCCEEDED(lowLatency->GetSharedModeEnginePeriod(
-               systemFormat(format), &defaultFrames, &fundamentalFrames, &shortestFrames, &longestFrames)) &&
-           SUCCEEDED(lowLatency->InitializeSharedAudioStream(eventDriven, shortestFrames,
-                                                             systemFormat(format), nullptr));
+    if (FAILED(lowLatency->GetSharedModeEnginePeriod(systemFormat(format), &defaultFrames, &fundamentalFrames,
+                                                     &shortestFrames, &longestFrames))) {
+        return Attempt::Impossible;
+    }
+    const HRESULT initialized =
+        lowLatency->InitializeSharedAudioStream(eventDriven, shortestFrames, systemFormat(format), nullptr);
+    return SUCCEEDED(initialized) ? Attempt::Done : Attempt::Failed;
+}
+
+CallResult initializeWithDefaultPeriod(IAudioClient& client, const WaveFormat& format) {
+    REFERENCE_TIME defaultPeriod = 0;
+    const HRESULT period = client.GetDevicePeriod(&defaultPeriod, nullptr);
+    if (FAILED(period)) {
+        return {"IAudioClient::GetDevicePeriod", period};
+    }
+    return {"IAudioClient::Initialize",
+            client.Initialize(AUDCLNT_SHAREMODE_SHARED, eventDriven | convertPcm | convertAtDefaultQuality,
+                              defaultPeriod, 0, systemFormat(format), nullptr)};
 }
 
 } // namespace
@@ -58,18 +78,20 @@ CallResult activateDefaultDevice(SystemCalls& system, IAudioClient*& client) {
     return {};
 }
 
-CallResult initializeStream(IAudioClient& client, const WaveFormat& format) {
-    if (initializeWithShortestPeriod(client, format)) {
+CallResult initializeStream(SystemCalls& system, IAudioClient*& client, const WaveFormat& format) {
+    const Attempt attempt = initializeWithShortestPeriod(*client, format);
+    if (attempt == Attempt::Done) {
         return {};
     }
-    REFERENCE_TIME defaultPeriod = 0;
-    const HRESULT period = client.GetDevicePeriod(&defaultPeriod, nullptr);
-    if (FAILED(period)) {
-        return {"IAudioClient::GetDevicePeriod", period};
+    if (attempt == Attempt::Failed) {
+        client->Release();
+        client = nullptr;
+        const CallResult activated = activateDefaultDevice(system, client);
+        if (activated.failed()) {
+            return activated;
+        }
     }
-    return {"IAudioClient::Initialize",
-            client.Initialize(AUDCLNT_SHAREMODE_SHARED, eventDriven | convertPcm | convertAtDefaultQuality,
-                              defaultPeriod, 0, systemFormat(format), nullptr)};
+    return initializeWithDefaultPeriod(*client, format);
 }
 
 CallResult streamBufferFrames(IAudioClient& client, std::uint32_t& frames) {

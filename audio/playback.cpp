@@ -43,7 +43,8 @@ private:
 class Playback {
 public:
     Playback(AudioRing& itsRing, PlaybackDevice& itsDevice, std::atomic<std::uint32_t>& itsStopRequest)
-        : ring(itsRing), device(itsDevice), stopRequested(itsStopRequest) {}
+        : ring(itsRing), device(itsDevice), stopRequested(itsStopRequest),
+          lastServed(itsDevice.clockNanoseconds()) {}
 
     // Plays until the end or until the device is lost.
     Ending play(std::uint32_t bufferFrames) {
@@ -109,7 +110,7 @@ private:
     AudioRing& ring;
     PlaybackDevice& device;
     std::atomic<std::uint32_t>& stopRequested;
-    std::int64_t lastServed = 0; // nanoseconds
+    std::int64_t lastServed; // nanoseconds; before anything was: when playing began
     bool lossReported = false;
 };
 
@@ -142,7 +143,9 @@ CallResult drainStep(AudioRing& ring, PlaybackDevice& device, std::uint32_t buff
 void playRing(AudioRing& ring, PlaybackDevice& device, std::uint32_t bufferFrames,
               std::atomic<std::uint32_t>& stopRequested) {
     Playback playback(ring, device, stopRequested);
-    while (playback.play(bufferFrames) == Ending::Lost && playback.reopen(bufferFrames) == Ending::Reopened) {
+    Ending ending = bufferFrames > 0 ? playback.play(bufferFrames) : Ending::Lost;
+    while (ending == Ending::Lost && playback.reopen(bufferFrames) == Ending::Reopened) {
+        ending = playback.play(bufferFrames);
     }
     device.close();
 }

@@ -11,7 +11,7 @@
 namespace dunkman {
 
 WindowsPlaybackDevice::WindowsPlaybackDevice(AudioOutput& itsOutput)
-    : output(itsOutput), watch(itsOutput.system, itsOutput.event) {}
+    : output(itsOutput), watch(itsOutput.calls, itsOutput.event) {}
 
 WindowsPlaybackDevice::~WindowsPlaybackDevice() { close(); }
 
@@ -21,11 +21,11 @@ CallResult WindowsPlaybackDevice::open(std::uint32_t& bufferFrames) {
         output.client = nullptr;
     }
     watch.forget();
-    CallResult result = activateDefaultDevice(output.system, output.client);
+    CallResult result = activateDefaultDevice(output.calls, output.client);
     if (result.failed()) {
         return result;
     }
-    result = initializeStream(*output.client, *output.format);
+    result = initializeStream(output.calls, output.client, *output.format);
     if (result.failed()) {
         return result;
     }

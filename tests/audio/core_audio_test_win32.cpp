@@ -107,13 +107,14 @@ TEST(CoreAudioStart, FallsBackWithoutAnEnginePeriod) {
     expectNothingHeld(machine);
 }
 
-TEST(CoreAudioStart, FallsBackWhenTheShortestPeriodIsRefused) {
+TEST(CoreAudioStart, FallsBackOnANewClientWhenTheShortestPeriodIsRefused) {
     FakeCoreAudio machine({.failing = "InitializeSharedAudioStream"});
     AudioOutput* const output = started(machine);
-    EXPECT_EQ(
-        upTo(machine.calls(), "CreateThread"),
-        startUp({"QueryInterface IAudioClient3", "GetSharedModeEnginePeriod stream format",
-                 "InitializeSharedAudioStream 00040000 128 stream format", "GetDevicePeriod", fallback}));
+    EXPECT_EQ(upTo(machine.calls(), "CreateThread"),
+              startUp({"QueryInterface IAudioClient3", "GetSharedModeEnginePeriod stream format",
+                       "InitializeSharedAudioStream 00040000 128 stream format", "CoCreateInstance",
+                       "GetDefaultAudioEndpoint render console", "Activate IAudioClient2", "GetDevicePeriod",
+                       fallback}));
     AudioOutput::stop(output);
     expectNothingHeld(machine);
 }
@@ -122,6 +123,49 @@ struct Failure {
     const char* failing;
     const char* named; // in the result
 };
+
+// Without any of these there is no device to play on, but there may be one later.
+class CoreAudioWithoutDevice : public ::testing::TestWithParam<Failure> {};
+
+TEST_P(CoreAudioWithoutDevice, SaysSoOnceAndPlaysOnTheDeviceThatComes) {
+    testing::takeDebugLines();
+    FakeCoreAudio machine({.failing = GetParam().failing, .hasLowLatency = false});
+    AudioOutput* const output = started(machine);
+    ASSERT_NE(output, nullptr);
+    EXPECT_EQ(testing::takeDebugLines(),
+              Calls{std::string("audio: ") + GetParam().named +
+                    " failed with 0x8889000F: silence until a default device can be opened"});
+    EXPECT_EQ(countOf(machine, "Start"), 0);
+    machine.mend();
+    const double waited =
+        millisecondsOf([&] { EXPECT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; })); });
+    EXPECT_LT(waited, 2000.0);
+    SetEvent(machine.streamEvent());
+    EXPECT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 2") >= 1; }));
+    AudioOutput::stop(output);
+    expectNothingHeld(machine);
+    EXPECT_TRUE(testing::takeDebugLines().empty());
+}
+
+TEST_P(CoreAudioWithoutDevice, StopsAtOnceWithoutHavingPlayed) {
+    FakeCoreAudio machine({.failing = GetParam().failing, .hasLowLatency = false});
+    AudioOutput* const output = started(machine);
+    AudioOutput::stop(output);
+    expectNothingHeld(machine);
+    EXPECT_EQ(countOf(machine, "Start"), 0);
+    testing::takeDebugLines();
+}
+
+INSTANTIATE_TEST_SUITE_P(EachCall, CoreAudioWithoutDevice,
+                         ::testing::Values(Failure{"CoCreateInstance", "CoCreateInstance"},
+                                           Failure{"GetDefaultAudioEndpoint",
+                                                   "IMMDeviceEnumerator::GetDefaultAudioEndpoint"},
+                                           Failure{"Activate", "IMMDevice::Activate"},
+                                           Failure{"GetDevicePeriod", "IAudioClient::GetDevicePeriod"},
+                                           Failure{"Initialize", "IAudioClient::Initialize"},
+                                           Failure{"GetBufferSize", "IAudioClient::GetBufferSize"},
+                                           Failure{"SetEventHandle", "IAudioClient::SetEventHandle"}),
+                         [](const auto& test) { return std::string(test.param.failing); });
 
 class CoreAudioFailure : public ::testing::TestWithParam<Failure> {};
 
@@ -142,18 +186,11 @@ TEST_P(CoreAudioFailure, IsNamedAndLeavesNothingBehind) {
     EXPECT_EQ(calls.back().rfind(GetParam().failing, 0), 0u) << calls.back();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    EachCall, CoreAudioFailure,
-    ::testing::Values(Failure{"CoCreateInstance", "CoCreateInstance"},
-                      Failure{"GetDefaultAudioEndpoint", "IMMDeviceEnumerator::GetDefaultAudioEndpoint"},
-                      Failure{"Activate", "IMMDevice::Activate"}, Failure{"CoTaskMemAlloc", "CoTaskMemAlloc"},
-                      Failure{"GetDevicePeriod", "IAudioClient::GetDevicePeriod"},
-                      Failure{"Initialize", "IAudioClient::Initialize"},
-                      Failure{"GetBufferSize", "IAudioClient::GetBufferSize"},
-                      Failure{"CreateEventW", "CreateEventW"},
-                      Failure{"SetEventHandle", "IAudioClient::SetEventHandle"},
-                      Failure{"CreateThread", "CreateThread"}),
-    [](const auto& test) { return std::string(test.param.failing); });
+INSTANTIATE_TEST_SUITE_P(EachCall, CoreAudioFailure,
+                         ::testing::Values(Failure{"CoTaskMemAlloc", "CoTaskMemAlloc"},
+                                           Failure{"CreateEventW", "CreateEventW"},
+                                           Failure{"CreateThread", "CreateThread"}),
+                         [](const auto& test) { return std::string(test.param.failing); });
 
 TEST(CoreAudioThread, AnswersEachSignal) {
     FakeCoreAudio machine({});

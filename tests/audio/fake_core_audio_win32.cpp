@@ -373,6 +373,11 @@ void* FakeCoreAudio::callback() const { return state->callback; }
 
 void FakeCoreAudio::loseDevice() { state->isLost = true; }
 
+void FakeCoreAudio::mend() {
+    const std::lock_guard guard(state->mutex);
+    state->script.failing.clear();
+}
+
 void FakeCoreAudio::returnDevice() { state->isLost = false; }
 
 void FakeCoreAudio::waitForThreadEnd() { WaitForSingleObject(state->threadEnded, 5000); }

@@ -30,6 +30,7 @@ public:
     int liveHandles() const;    // events, threads, formats
     void* streamEvent() const;  // as the client was given it
     void* callback() const;     // the IMMNotificationClient that is registered; null: none
+    void mend();                // what failed succeeds from now on
     void loseDevice();          // GetCurrentPadding says so from now on
     void returnDevice();
     void waitForThreadEnd(); // of a thread that was given up

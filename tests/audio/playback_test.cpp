@@ -224,6 +224,24 @@ TEST_F(Playback, ReopensALostDeviceWithOneLineHoweverManyAttemptsItTakes) {
                   "be opened anew"}));
 }
 
+TEST_F(Playback, WaitsForADeviceWhereThereIsNone) {
+    device.now = 5'000 * millisecond; // long after the clock began
+    device.openFailures = 1;
+    device.script = [&](std::uint32_t) {
+        if (device.calls.back() == "start" ||
+            std::count(device.calls.begin(), device.calls.end(), "wait 500") > 0) {
+            stopRequested = 1;
+            return PlaybackDevice::Wake::Signalled;
+        }
+        return PlaybackDevice::Wake::TimedOut;
+    };
+    playRing(ring, device, 0, stopRequested);
+    EXPECT_EQ(device.calls, (std::vector<std::string>{"close", "wait 250", "open", "wait 250", "open",
+                                                      "start", "wait 500", "close"}));
+    EXPECT_EQ(ring.counters().consumedFrames, 500u * 48); // what would have been heard meanwhile
+    EXPECT_TRUE(testing::takeDebugLines().empty());       // whoever found that there is none has said so
+}
+
 TEST_F(Playback, TakesTheBufferSizeOfTheDeviceThatItReopens) {
     play({[this] {
               device.changed = true;
