@@ -8,6 +8,7 @@
 #include "render/renderer.h"
 #include "render/sprite.h"
 #include "render/text.h"
+#include "render/view.h"
 
 // Submission of sprites against an OpenGL that draws nothing: what the renderer itself costs. Run from the
 // repository's root.
@@ -33,9 +34,14 @@ void prepare() {
 }
 
 void drawOne(const Texture2D& texture, double angle) {
-    Vec2 pivot = {0.5, 0.0};
-    drawSprite(texture, true, true, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {1.0, -2.0}, {3.0, 4.0},
-               pivot, {1.0, 1.0}, angle, 0.25);
+    draw({.texture = texture,
+          .mirrorX = true,
+          .mirrorY = true,
+          .position = {1.0, -2.0},
+          .size = {3.0, 4.0},
+          .pivot = {0.5, 0.0},
+          .angle = angle,
+          .zOffset = 0.25});
 }
 
 void spriteUpright(benchmark::State& state) {

@@ -7,9 +7,14 @@ namespace dunkman {
 void drawPicture(std::string_view imageKey, Vec2 position, double height, double angle, double zOffset,
                  int /*reserved*/, SpriteMode mode) {
     const Texture2D& texture = imageByKey(imageKey);
-    Vec2 pivot = {0.5, 0.5};
-    drawSprite(texture, false, true, mode, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, position, {aspectOf(texture), 1.0},
-               pivot, {height, height}, angle, zOffset);
+    draw({.texture = texture,
+          .mirrorY = true,
+          .mode = mode,
+          .position = position,
+          .size = {aspectOf(texture), 1.0},
+          .scale = {height, height},
+          .angle = angle,
+          .zOffset = zOffset});
 }
 
 } // namespace dunkman

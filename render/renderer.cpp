@@ -50,8 +50,4 @@ void resetRenderer() {
     resetBindingState();
 }
 
-void setViewProjection(const Matrix4& matrix) {
-    rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
-}
-
 } // namespace dunkman

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 // The process-wide drawing objects: the basic program, its material, the quad mesh and the sampler.
 namespace dunkman {
 
@@ -14,11 +12,5 @@ void releaseRenderer();
 
 // Forgets them without touching OpenGL, for tests.
 void resetRenderer();
-
-// A 4 x 4 matrix, column after column, as OpenGL takes it.
-using Matrix4 = std::array<float, 16>;
-
-// Stores uViewProjection in the basic material.
-void setViewProjection(const Matrix4& matrix);
 
 } // namespace dunkman

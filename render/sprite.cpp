@@ -1,9 +1,7 @@
 #include "render/sprite.h"
 
-#include "base/frame_state.h"
 #include "exact/exact_math.h"
 #include "render/binding_state.h"
-#include "render/renderer.h"
 #include "render/renderer_objects.h"
 
 namespace dunkman {
@@ -29,7 +27,7 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     if (mirrorX) {
         pivot.x = 1.0 - pivot.x;
     }
-    const double radians = angle * pi / -180.0;
+    const double radians = clockwiseRadians(angle);
     const std::uint32_t flags =
         (static_cast<std::uint32_t>(mode) * 2 + (mirrorY ? 1u : 0u)) * 2 + (mirrorX ? 1u : 0u);
 
@@ -47,13 +45,11 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     objects.quad.draw();
 }
 
-void setScreenProjection() {
-    const float scaleX = 1.0f / 9.0f;
-    const float scaleY = 1.0f / (static_cast<float>(18.0 / aspectRatio) * 0.5f);
-    setViewProjection({scaleX, 0.0f, 0.0f, 0.0f,  //
-                       0.0f, scaleY, 0.0f, 0.0f,  //
-                       0.0f, 0.0f, -1.0f, 0.0f,   //
-                       0.0f, 0.0f, -0.0f, 1.0f}); //
+void draw(const Sprite& sprite) {
+    Vec2 pivot = sprite.pivot;
+    drawSprite(sprite.texture, sprite.mirrorX, sprite.mirrorY, sprite.mode, sprite.gamma, sprite.gain,
+               sprite.saturation, sprite.tintR, sprite.tintG, sprite.tintB, sprite.position, sprite.size,
+               pivot, sprite.scale, sprite.angle, sprite.zOffset);
 }
 
 } // namespace dunkman

@@ -15,14 +15,33 @@ enum class SpriteMode : std::uint32_t {
     Loading = 3,   // the loading picture: zOffset carries the progress
 };
 
-// Draws one textured quad through the basic material. Angles in degrees, counter-clockwise; position, size in
-// world units. `pivot` is the fraction of the size that lands on `position`; with mirrorX the mirrored pivot is
-// written back through the reference, so callers pass a copy.
+// A picture as it is to be drawn: name what differs from the upright, untinted one.
+struct Sprite {
+    const Texture2D& texture;
+    bool mirrorX = false;
+    bool mirrorY = false; // images are stored top row first: true shows them upright
+    SpriteMode mode = SpriteMode::World;
+    double gamma = 1.0;
+    double gain = 1.0;
+    double saturation = 1.0;
+    double tintR = 1.0;
+    double tintG = 1.0;
+    double tintB = 1.0;
+    Vec2 position;        // world units
+    Vec2 size{1.0, 1.0};  // world units
+    Vec2 pivot{0.5, 0.5}; // the fraction of the size that lands on the position
+    Vec2 scale{1.0, 1.0}; // of the size, about the pivot
+    double angle = 0.0;   // degrees, counter-clockwise, about the pivot
+    double zOffset = 0.0;
+};
+
+// Draws a sprite, at once.
+void draw(const Sprite& sprite);
+
+// What draw(sprite) calls, and nobody else: one textured quad through the basic material. With mirrorX the mirrored
+// pivot is written back through the reference.
 void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode mode, double gamma,
                 double gain, double saturation, double tintR, double tintG, double tintB, Vec2 position,
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset);
-
-// Sets uViewProjection to the interface view: 18 units wide, 18 / aspectRatio high, centred on the origin.
-void setScreenProjection();
 
 } // namespace dunkman

@@ -56,9 +56,12 @@ void drawText(std::string_view text, int /*reserved*/, double letterHeight, doub
     const Vec2 origin = {box.minX + (box.maxX - box.minX - textWidth) * align.x,
                          box.minY + (box.maxY - box.minY - textHeight) * align.y};
     layOut(text, letterHeight, wrapWidth, [&origin](const Texture2D& glyph, Vec2 place, Vec2 size) {
-        Vec2 pivot = {0.0, 0.0};
-        drawSprite(glyph, false, true, SpriteMode::Interface, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
-                   {origin.x + place.x, origin.y + place.y}, size, pivot, {1.0, 1.0}, 0.0, 0.0);
+        draw({.texture = glyph,
+              .mirrorY = true,
+              .mode = SpriteMode::Interface,
+              .position = {origin.x + place.x, origin.y + place.y},
+              .size = size,
+              .pivot = {0.0, 0.0}});
     });
 }
 

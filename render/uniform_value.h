@@ -7,9 +7,9 @@
 #include <type_traits>
 
 #include "render/gl.h"
-#include "render/renderer.h"
 #include "render/sampler.h"
 #include "render/texture.h"
+#include "render/view.h"
 
 namespace dunkman {
 

@@ -6,9 +6,7 @@
 namespace dunkman {
 
 void drawUnseen(const Texture2D& texture) {
-    Vec2 pivot;
-    drawSprite(texture, false, false, SpriteMode::Interface, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {0.0, 0.0},
-               {0.0, 0.0}, pivot, {1.0, 1.0}, 0.0, 0.0);
+    draw({.texture = texture, .mode = SpriteMode::Interface, .size = {0.0, 0.0}, .pivot = {0.0, 0.0}});
 }
 
 void warmUpDriver() {

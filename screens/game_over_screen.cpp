@@ -15,9 +15,13 @@ constexpr double keyHeight = 0.7;
 void drawSecondSpill() {
     const Texture2D& spill = imageByKey("cocktailSpill");
     constexpr double height = 2.2;
-    Vec2 pivot = {0.5, 0.5};
-    drawSprite(spill, true, true, SpriteMode::Interface, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {-5.6, -2.4},
-               {aspectOf(spill) * height, height}, pivot, {1.0, 1.0}, 0.0, 0.05);
+    draw({.texture = spill,
+          .mirrorX = true,
+          .mirrorY = true,
+          .mode = SpriteMode::Interface,
+          .position = {-5.6, -2.4},
+          .size = {aspectOf(spill) * height, height},
+          .zOffset = 0.05});
 }
 
 } // namespace

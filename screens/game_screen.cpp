@@ -4,6 +4,7 @@
 
 #include "base/fatal.h"
 #include "base/frame_state.h"
+#include "base/geometry.h"
 #include "base/key_states.h"
 #include "exact/exact_math.h"
 #include "render/gl.h"
@@ -18,7 +19,6 @@ namespace dunkman {
 
 namespace {
 
-constexpr double interfaceWidth = 18.0; // units
 constexpr double cameraDistance = 10.0; // units
 constexpr float nearPlane = 0.1f;
 constexpr float farPlane = 1000.0f;
@@ -44,8 +44,8 @@ void drawHearts(std::int32_t health) {
     Drawable heart;
     heart.texture = imageByKey("pineappleHeart");
     heart.size = {heartHeight * aspectOf(heart.texture), heartHeight};
-    heart.position.x = -9.0 + heartMarginLeft + heart.size.x / 2.0;
-    heart.position.y = 9.0 / aspectRatio - 0.25 - 0.2;
+    heart.position.x = -halfViewWidth + heartMarginLeft + heart.size.x / 2.0;
+    heart.position.y = halfViewWidth / aspectRatio - 0.25 - 0.2;
     for (std::int32_t i = 0; i < std::min(health, mostHearts); ++i) {
         heart.drawScaled({1.0, 1.0}, exactSin(elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
         heart.position.x += heart.size.x + heartGap;
@@ -55,7 +55,7 @@ void drawHearts(std::int32_t health) {
 } // namespace
 
 Matrix4 worldViewProjection(double lookX, double lookY) {
-    const double fieldOfView = exactAtan((interfaceWidth / aspectRatio) / cameraDistance);
+    const double fieldOfView = exactAtan((viewWidth / aspectRatio) / cameraDistance);
     const float halfHeight = nearPlane * exactTan(static_cast<float>(0.5 * fieldOfView));
     const float halfWidth = halfHeight * static_cast<float>(aspectRatio);
     const float scaleX = nearPlane / halfWidth;
@@ -74,8 +74,8 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
 }
 
 Matrix4 healthViewProjection() {
-    const auto scaleX = static_cast<float>(1.0 / 9.0);
-    const auto scaleY = static_cast<float>(1.0 / ((interfaceWidth / aspectRatio) * 0.5));
+    const auto scaleX = static_cast<float>(1.0 / halfViewWidth);
+    const auto scaleY = static_cast<float>(1.0 / ((viewWidth / aspectRatio) * 0.5));
     return {scaleX, 0, 0, 0, 0, scaleY, 0, 0, 0, 0, -0.01f, 0, 0, 0, -0.0f, 1};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/renderer.h"
+#include "render/view.h"
 #include "screens/screen.h"
 #include "world/drawable.h"
 
@@ -21,7 +21,7 @@ public:
 // The projection of the world's view times the camera's placement: the eye looks at the sprite plane from 10 units away.
 Matrix4 worldViewProjection(double lookX, double lookY);
 
-// The view of the health display: 18 units wide, centred on the origin.
+// The view of the health display: viewWidth wide, centred on the origin.
 Matrix4 healthViewProjection();
 
 } // namespace dunkman

@@ -1,16 +1,11 @@
 #include "screens/menu_decoration.h"
 
 #include "base/frame_state.h"
+#include "base/geometry.h"
 #include "exact/exact_math.h"
 #include "render/picture.h"
 
 namespace dunkman {
-namespace {
-
-constexpr double radiansPerDegree = 0.017453292519944444;
-
-} // namespace
-
 MenuDecoration::MenuDecoration()
     : items{{
           // base x, y, height, base angle, zOffset, rock: amplitude, frequency, phase, bob: the same

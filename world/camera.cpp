@@ -18,7 +18,6 @@ constexpr std::array fields = {
     field<&Camera::offset>("offset", "from its position to the middle of the view, units"),
 };
 
-constexpr double viewWidth = 18.0;
 constexpr double easingRate = -4.0;   // 1/s
 constexpr double leftmostView = -5.0; // the camera's x never goes below
 
@@ -60,7 +59,7 @@ Rect viewRectangle(const Camera& camera) {
     const double centreX = camera.position.x + camera.offset.x;
     const double centreY = camera.position.y + camera.offset.y;
     const double halfHeight = (1.0 / aspectRatio) * viewWidth * 0.5;
-    return {centreX - 9.0, centreY - halfHeight, centreX + 9.0, centreY + halfHeight};
+    return {centreX - halfViewWidth, centreY - halfHeight, centreX + halfViewWidth, centreY + halfHeight};
 }
 
 } // namespace dunkman

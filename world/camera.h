@@ -19,7 +19,7 @@ public:
     Vec2 offset{0.0, 2.0};
 };
 
-// What the camera sees of the plane of the game: 18 units wide, as high as the window's proportions ask for.
+// What the camera sees of the plane of the game: viewWidth wide, as high as the window's proportions ask for.
 Rect viewRectangle(const Camera& camera);
 
 } // namespace dunkman

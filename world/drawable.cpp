@@ -67,8 +67,13 @@ void Drawable::traceState(TraceLine& line) const {
 }
 
 void Drawable::drawScaled(Vec2 scale, double angle) {
-    const SpriteMode standing = isFlat ? SpriteMode::Flat : SpriteMode::World;
-    submitSprite(isUI ? SpriteMode::Interface : standing, position, scale, angle);
+    Sprite sprite = asSprite();
+    if (isUI) {
+        sprite.mode = SpriteMode::Interface;
+    }
+    sprite.scale = scale;
+    sprite.angle = angle;
+    drawIfTextured(sprite);
 }
 
 void Drawable::draw() { drawScaled({1.0, 1.0}, tilt); }
@@ -77,13 +82,27 @@ void Drawable::useImage(std::string_view key) { texture = imageByKey(key); }
 
 void Drawable::fitWidthToImage() { size.x = aspectOf(texture) * size.y; }
 
-void Drawable::submitSprite(SpriteMode mode, Vec2 place, Vec2 scale, double angle) const {
-    if (texture.name == 0) {
-        return;
+Sprite Drawable::asSprite() const {
+    return {.texture = texture,
+            .mirrorX = mirrorX,
+            .mirrorY = mirrorY,
+            .mode = isFlat ? SpriteMode::Flat : SpriteMode::World,
+            .gamma = gamma,
+            .gain = gain,
+            .saturation = saturation,
+            .tintR = tintR,
+            .tintG = tintG,
+            .tintB = tintB,
+            .position = position,
+            .size = size,
+            .pivot = pivot,
+            .zOffset = zOffset};
+}
+
+void drawIfTextured(const Sprite& sprite) {
+    if (sprite.texture.name != 0) {
+        draw(sprite);
     }
-    Vec2 pivotCopy = pivot; // the sprite drawer writes the mirrored pivot back
-    drawSprite(texture, mirrorX, mirrorY, mode, gamma, gain, saturation, tintR, tintG, tintB, place, size,
-               pivotCopy, scale, angle, zOffset);
 }
 
 } // namespace dunkman

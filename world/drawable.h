@@ -51,9 +51,11 @@ public:
     double zOffset = 0.0;
     double tilt = 0.0;
 
-protected:
-    // Hands the sprite to the sprite drawer at a place of the caller's choice.
-    void submitSprite(SpriteMode mode, Vec2 place, Vec2 scale, double angle) const;
+    // As it stands in the scene, unscaled and untilted; who draws it changes what differs. Refers to `texture`.
+    Sprite asSprite() const;
 };
+
+// Draws nothing while there is no texture.
+void drawIfTextured(const Sprite& sprite);
 
 } // namespace dunkman

@@ -55,7 +55,11 @@ void ZombieDead::drawScaled(Vec2 scale, double angle) {
     const Vec2 offset = frameOffsets[frameNumber()];
     const double offsetX = mirrorX ? -offset.x : offset.x;
     const Vec2 place{position.x - offsetX * size.x, position.y - offset.y * size.y};
-    submitSprite(isFlat ? SpriteMode::Flat : SpriteMode::World, place, scale, angle);
+    Sprite sprite = asSprite();
+    sprite.position = place;
+    sprite.scale = scale;
+    sprite.angle = angle;
+    drawIfTextured(sprite);
 }
 
 std::size_t ZombieDead::frameNumber() const { return static_cast<std::size_t>(frameTime); }

@@ -10,6 +10,7 @@
 #include "render/renderer.h"
 #include "render/renderer_objects.h"
 #include "render/sprite.h"
+#include "render/view.h"
 
 namespace dunkman {
 namespace {
@@ -79,9 +80,15 @@ protected:
     }
 
     void draw(const Texture2D& texture) {
-        Vec2 pivot = {0.5, 0.0};
-        drawSprite(texture, true, true, SpriteMode::World, 1.0, 0.5, 1.0, 1.0, 0.25, 1.0, {1.0, -2.0},
-                   {3.0, 4.0}, pivot, {1.0, 1.0}, 0.0, 0.75);
+        dunkman::draw({.texture = texture,
+                       .mirrorX = true,
+                       .mirrorY = true,
+                       .gain = 0.5,
+                       .tintG = 0.25,
+                       .position = {1.0, -2.0},
+                       .size = {3.0, 4.0},
+                       .pivot = {0.5, 0.0},
+                       .zOffset = 0.75});
     }
 
     std::filesystem::path before = std::filesystem::current_path();

@@ -12,6 +12,7 @@
 #include "render/renderer_objects.h"
 #include "render/sampler.h"
 #include "render/sprite.h"
+#include "render/view.h"
 #include "tests/fakes/fake_debugger.h"
 #include "tests/fakes/recording_gl.h"
 #include "tests/render/sprite_scene.h"

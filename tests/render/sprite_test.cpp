@@ -4,6 +4,7 @@
 
 #include "base/frame_state.h"
 #include "render/renderer_objects.h"
+#include "render/view.h"
 #include "tests/render/sprite_scene.h"
 
 namespace dunkman {
@@ -17,7 +18,7 @@ protected:
     ~SpriteDrawing() override { resetFrameState(); }
 
     // One sprite of these properties, 3 wide and 4 high at (1, 2).
-    struct Sprite {
+    struct Look {
         bool mirrorX = false;
         bool mirrorY = false;
         SpriteMode mode = SpriteMode::World;
@@ -27,9 +28,17 @@ protected:
         double zOffset = 0.0;
     };
 
-    DrawnSprite draw(Sprite sprite) {
-        drawSprite(picture, sprite.mirrorX, sprite.mirrorY, sprite.mode, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0,
-                   {1.0, 2.0}, {3.0, 4.0}, sprite.pivot, sprite.scale, sprite.angle, sprite.zOffset);
+    DrawnSprite drawn(Look look) {
+        draw({.texture = picture,
+              .mirrorX = look.mirrorX,
+              .mirrorY = look.mirrorY,
+              .mode = look.mode,
+              .position = {1.0, 2.0},
+              .size = {3.0, 4.0},
+              .pivot = look.pivot,
+              .scale = look.scale,
+              .angle = look.angle,
+              .zOffset = look.zOffset});
         return scene.takeSprites().at(0);
     }
 
@@ -38,9 +47,19 @@ protected:
 };
 
 TEST_F(SpriteDrawing, SetsStateProgramAndUniformsInThisOrderTheFirstTime) {
-    Vec2 pivot = {0.5, 0.0};
-    drawSprite(picture, false, true, SpriteMode::Interface, 0.5, 2.0, 0.25, 0.1, 0.2, 0.3, {1.0, 2.0},
-               {3.0, 4.0}, pivot, {1.0, 1.0}, 0.0, -0.75);
+    draw({.texture = picture,
+          .mirrorY = true,
+          .mode = SpriteMode::Interface,
+          .gamma = 0.5,
+          .gain = 2.0,
+          .saturation = 0.25,
+          .tintR = 0.1,
+          .tintG = 0.2,
+          .tintB = 0.3,
+          .position = {1.0, 2.0},
+          .size = {3.0, 4.0},
+          .pivot = {0.5, 0.0},
+          .zOffset = -0.75});
     EXPECT_THAT(scene.gl.calls,
                 ElementsAre("glEnable(GL_DEPTH_TEST)", "glDepthFunc(GL_LESS)", "glDepthMask(GL_TRUE)",
                             "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)", "glDisable(GL_BLEND)",
@@ -53,19 +72,15 @@ TEST_F(SpriteDrawing, SetsStateProgramAndUniformsInThisOrderTheFirstTime) {
 }
 
 TEST_F(SpriteDrawing, SendsNothingButItsValuesAfterwards) {
-    draw({});
-    Vec2 pivot;
-    drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
-               {1.0, 1.0}, 0.0, 0.0);
+    drawn({});
+    draw({.texture = picture, .pivot = {0.0, 0.0}});
     EXPECT_EQ(scene.gl.calls.size(), 11u);
     EXPECT_EQ(scene.gl.calls.front(), "glUniform4fv(1, 1, {-0, -0, 1, 1})");
 }
 
 TEST_F(SpriteDrawing, NeverAsksTheDriverWhileDrawing) {
     for (int sprite = 0; sprite < 3; ++sprite) {
-        Vec2 pivot;
-        drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0},
-                   pivot, {1.0, 1.0}, 0.0, 0.0);
+        draw({.texture = picture});
     }
     for (const std::string& call : scene.gl.calls) {
         EXPECT_NE(call.rfind("glGet", 0), 0u) << call;
@@ -73,17 +88,17 @@ TEST_F(SpriteDrawing, NeverAsksTheDriverWhileDrawing) {
 }
 
 TEST_F(SpriteDrawing, ScalesTheSizeBeforeThePivotTakesItsPart) {
-    EXPECT_THAT(draw({.pivot = {0.25, 0.5}, .scale = {2.0, 0.5}}).destMinAndSize,
+    EXPECT_THAT(drawn({.pivot = {0.25, 0.5}, .scale = {2.0, 0.5}}).destMinAndSize,
                 ElementsAre(-1.5, -1.0, 6.0, 2.0));
 }
 
 TEST_F(SpriteDrawing, MirroringAboutTheCentreLeavesTheRectangleInPlace) {
-    EXPECT_EQ(draw({.mirrorX = true, .pivot = {0.5, 0.5}}).destMinAndSize,
-              draw({.mirrorX = false, .pivot = {0.5, 0.5}}).destMinAndSize);
+    EXPECT_EQ(drawn({.mirrorX = true, .pivot = {0.5, 0.5}}).destMinAndSize,
+              drawn({.mirrorX = false, .pivot = {0.5, 0.5}}).destMinAndSize);
 }
 
 TEST_F(SpriteDrawing, MirroringMovesAPivotAtTheLeftToTheRight) {
-    EXPECT_THAT(draw({.mirrorX = true, .pivot = {0.0, 1.0}}).destMinAndSize,
+    EXPECT_THAT(drawn({.mirrorX = true, .pivot = {0.0, 1.0}}).destMinAndSize,
                 ElementsAre(-3.0, -4.0, 3.0, 4.0));
 }
 
@@ -102,43 +117,57 @@ TEST_F(SpriteDrawing, KeepsThePivotWithoutMirroringAndWithMirrorYAlone) {
 }
 
 TEST_F(SpriteDrawing, SendsCosineAndSineOfTheClockwiseAngle) {
-    EXPECT_THAT(draw({.angle = 90.0}).posCosSin,
+    EXPECT_THAT(drawn({.angle = 90.0}).posCosSin,
                 ElementsAre(1.0, 2.0, DoubleNear(0.0, 1e-12), DoubleNear(-1.0, 1e-12)));
-    EXPECT_THAT(draw({.angle = -30.0}).posCosSin,
+    EXPECT_THAT(drawn({.angle = -30.0}).posCosSin,
                 ElementsAre(1.0, 2.0, DoubleNear(0.8660254, 1e-7), DoubleNear(0.5, 1e-7)));
 }
 
 TEST_F(SpriteDrawing, MeasuresAnglesWithTheGamesOwnPi) {
     // With the nearest double to pi the cosine would be 6.123234e-17.
-    EXPECT_THAT(draw({.angle = 90.0}).posCosSin[2], DoubleNear(-1.034e-13, 1e-15));
+    EXPECT_THAT(drawn({.angle = 90.0}).posCosSin[2], DoubleNear(-1.034e-13, 1e-15));
+}
+
+TEST_F(SpriteDrawing, LeavesTheSpriteOfTheCallerAlone) {
+    const Sprite sprite = {.texture = picture, .mirrorX = true, .pivot = {0.25, 0.5}};
+    draw(sprite);
+    EXPECT_EQ(sprite.pivot, (Vec2{0.25, 0.5}));
+    EXPECT_THAT(scene.takeSprites().at(0).destMinAndSize, ElementsAre(-0.75, -0.5, 1.0, 1.0));
+}
+
+TEST_F(SpriteDrawing, DrawsAnUprightUntintedUnitAboutItsMiddleUnlessToldOtherwise) {
+    draw({.texture = picture});
+    EXPECT_THAT(
+        scene.gl.calls,
+        testing::IsSupersetOf({"glUniform4fv(1, 1, {-0.5, -0.5, 1, 1})", "glUniform4fv(2, 1, {0, 0, 1, -0})",
+                               "glUniform1uiv(3, 1, {0})", "glUniform1fv(5, 1, {0})",
+                               "glUniform3fv(6, 1, {1, 1, 1})", "glUniform3fv(7, 1, {1, 1, 1})"}));
 }
 
 TEST_F(SpriteDrawing, KeepsTheSignOfZero) {
-    const DrawnSprite sprite = draw({.pivot = {0.0, 0.0}, .angle = 0.0});
+    const DrawnSprite sprite = drawn({.pivot = {0.0, 0.0}, .angle = 0.0});
     EXPECT_TRUE(std::signbit(sprite.destMinAndSize[0]));
     EXPECT_TRUE(std::signbit(sprite.destMinAndSize[1]));
     EXPECT_TRUE(std::signbit(sprite.posCosSin[3]));
 }
 
 TEST_F(SpriteDrawing, PacksModeAndMirroringIntoFlags) {
-    EXPECT_EQ(draw({}).flags, 0u);
-    EXPECT_EQ(draw({.mirrorX = true}).flags, 1u);
-    EXPECT_EQ(draw({.mirrorY = true}).flags, 2u);
-    EXPECT_EQ(draw({.mode = SpriteMode::Flat}).flags, 4u);
-    EXPECT_EQ(draw({.mirrorX = true, .mirrorY = true, .mode = SpriteMode::Interface}).flags, 11u);
-    EXPECT_EQ(draw({.mirrorY = true, .mode = SpriteMode::Loading}).flags, 14u);
+    EXPECT_EQ(drawn({}).flags, 0u);
+    EXPECT_EQ(drawn({.mirrorX = true}).flags, 1u);
+    EXPECT_EQ(drawn({.mirrorY = true}).flags, 2u);
+    EXPECT_EQ(drawn({.mode = SpriteMode::Flat}).flags, 4u);
+    EXPECT_EQ(drawn({.mirrorX = true, .mirrorY = true, .mode = SpriteMode::Interface}).flags, 11u);
+    EXPECT_EQ(drawn({.mirrorY = true, .mode = SpriteMode::Loading}).flags, 14u);
 }
 
-TEST_F(SpriteDrawing, SendsTheDepthOffset) { EXPECT_EQ(draw({.zOffset = -2.5}).zOffset, -2.5); }
+TEST_F(SpriteDrawing, SendsTheDepthOffset) { EXPECT_EQ(drawn({.zOffset = -2.5}).zOffset, -2.5); }
 
 TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
     rendererObjects.reset();
     scene.gl.uniforms.pop_back(); // uTint
     rendererObjects = std::make_unique<RendererObjects>(ShaderSourceSet{}, ShaderSourceSet{});
     scene.gl.calls.clear();
-    Vec2 pivot;
-    drawSprite(picture, false, false, SpriteMode::World, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, {}, {1.0, 1.0}, pivot,
-               {1.0, 1.0}, 0.0, 0.0);
+    draw({.texture = picture});
     for (const std::string& call : scene.gl.calls) {
         EXPECT_NE(call.rfind("glUniform3fv(7", 0), 0u);
     }

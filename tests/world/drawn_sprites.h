@@ -6,7 +6,7 @@
 
 namespace dunkman {
 
-// One call of drawSprite. The world tests bring their own drawSprite, which keeps its arguments here.
+// One drawn sprite. The world tests bring their own draw(sprite), which keeps them here, with the texture as it was.
 struct DrawnSprite {
     Texture2D texture;
     bool mirrorX;

@@ -1,0 +1,22 @@
+#include "render/view.h"
+
+#include "base/frame_state.h"
+#include "base/geometry.h"
+#include "render/renderer_objects.h"
+
+namespace dunkman {
+
+void setViewProjection(const Matrix4& matrix) {
+    rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
+}
+
+void setScreenProjection() {
+    const float scaleX = 1.0f / static_cast<float>(halfViewWidth);
+    const float scaleY = 1.0f / (static_cast<float>(viewWidth / aspectRatio) * 0.5f);
+    setViewProjection({scaleX, 0.0f, 0.0f, 0.0f,  //
+                       0.0f, scaleY, 0.0f, 0.0f,  //
+                       0.0f, 0.0f, -1.0f, 0.0f,   //
+                       0.0f, 0.0f, -0.0f, 1.0f}); //
+}
+
+} // namespace dunkman

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <array>
+
+namespace dunkman {
+
+// A 4 x 4 matrix, column after column, as OpenGL takes it.
+using Matrix4 = std::array<float, 16>;
+
+// Stores uViewProjection in the basic material.
+void setViewProjection(const Matrix4& matrix);
+
+// Sets uViewProjection to the interface view: viewWidth wide, viewWidth / aspectRatio high, centred on the origin.
+void setScreenProjection();
+
+} // namespace dunkman
