@@ -7,6 +7,7 @@
 #include "assets/catalog.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
+#include "world/beach.h"
 #include "world/camera.h"
 #include "world/describe.h"
 #include "world/object_class.h"
@@ -51,16 +52,8 @@ template <> const ObjectClass& objectClass<Arena>() {
 }
 
 const char* zombieRecipe(std::int32_t variant) {
-    switch (variant) {
-    case 1:
-        return "weakZombie";
-    case 2:
-        return "zombie2HpFast";
-    case 3:
-        return "zombieBanana";
-    default:
-        return "zombie";
-    }
+    const bool isKnown = variant >= 0 && variant < static_cast<std::int32_t>(zombieRecipes.size());
+    return zombieRecipes[isKnown ? static_cast<std::size_t>(variant) : 0];
 }
 
 void Arena::lateUpdate() {
@@ -169,7 +162,7 @@ Vec2 Arena::edgePlace(std::int64_t edge, const Camera* camera) const {
               " is an edge of the view, but the scene has no Camera; add one to scene.json5.");
     }
     const Rect view = viewRectangle(*camera);
-    const double y = (static_cast<double>(nextRandom()) * 5.421010862427522e-20) * 3.0 - 1.5;
+    const double y = nextRandomFraction() * beachDepth - beachHalfDepth;
     return {edge == leftViewEdge ? view.minX : view.maxX, y};
 }
 

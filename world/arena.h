@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -52,7 +53,11 @@ private:
     void letZombieIn(const Spawn& spawn);
 };
 
-// The recipe that a variant of zombie is made from.
+// The recipes of the zombies that arenas let in, by their variant.
+inline constexpr std::array<const char*, 4> zombieRecipes = {"zombie", "weakZombie", "zombie2HpFast",
+                                                             "zombieBanana"};
+
+// The recipe that a variant of zombie is made from; the first one for a number that is no variant.
 const char* zombieRecipe(std::int32_t variant);
 
 } // namespace dunkman

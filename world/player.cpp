@@ -7,6 +7,7 @@
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "exact/exact_math.h"
+#include "world/beach.h"
 #include "world/camera.h"
 #include "world/numbers.h"
 #include "world/object_class.h"
@@ -24,14 +25,10 @@ constexpr std::array images = {unarmedKey, armedKey};
 // The play area. The two margins of a held view differ on purpose.
 constexpr double leftViewMargin = 3.0;
 constexpr double rightViewMargin = 3.5;
-constexpr double beachHalfDepth = 1.5;
-constexpr double beachStart = -11.0;
 
 // In proportions of the hero's size.
 constexpr double handHeight = 0.45;
 constexpr double handReach = 0.75;
-
-constexpr double degreesToRadians = 0.017453292519944444; // with the game's pi
 
 double thrust(bool forward, bool backward) { return (forward ? 1.0 : 0.0) - (backward ? 1.0 : 0.0); }
 
@@ -168,7 +165,7 @@ void Player::poseHeldWeapon() {
                                0.0, 1.0);
     double phase = 0.0;
     if (weapon.attackArc.x != 0.0) {
-        phase = weapon.attackArc.y != 0.0 ? share * 6.28318530718 : share * pi;
+        phase = weapon.attackArc.y != 0.0 ? share * twoPi : share * pi;
     } else {
         phase = share * pi + pi;
     }
@@ -186,7 +183,7 @@ void Player::poseHeldWeapon() {
     if (side < 0.0) {
         fromHandX = -fromHandX;
     }
-    const double angle = handAngle * degreesToRadians;
+    const double angle = handAngle * radiansPerDegree;
     const double cosine = exactCos(angle);
     const double sine = exactSin(angle);
     strikeX = cosine * fromHandX - sine * fromHandY + handX;
@@ -205,14 +202,12 @@ void Player::drawHeldWeapon() {
     if (weapon.autoMirror) {
         weapon.mirrorX = mirrorX;
     }
-    if (weapon.texture.name == 0) {
-        return;
-    }
-    Vec2 handPivotCopy = weapon.handPivot; // the sprite drawer writes the mirrored pivot back
-    drawSprite(weapon.texture, weapon.mirrorX, weapon.mirrorY,
-               weapon.isFlat ? SpriteMode::Flat : SpriteMode::World, weapon.gamma, weapon.gain,
-               weapon.saturation, weapon.tintR, weapon.tintG, weapon.tintB, {handX, handY}, weapon.size,
-               handPivotCopy, {1.0, 1.0}, handAngle, zOffset - (position.y - handY - 0.01));
+    Sprite sprite = weapon.asSprite();
+    sprite.position = {handX, handY};
+    sprite.pivot = weapon.handPivot;
+    sprite.angle = handAngle;
+    sprite.zOffset = zOffset - (position.y - handY - 0.01);
+    drawIfTextured(sprite);
 }
 
 void Player::traceState(TraceLine& line) const {

@@ -12,6 +12,12 @@ std::uint64_t nextRandom() {
     return randomState;
 }
 
+double nextRandomFraction() {
+    // 2^-64: a power of two, so that the product is exact and only the conversion rounds.
+    constexpr double toFraction = 5.421010862427522e-20;
+    return static_cast<double>(nextRandom()) * toFraction;
+}
+
 void resetRandom() { randomState = 0; }
 
 } // namespace dunkman

@@ -15,6 +15,7 @@
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/runner.h"
+#include "world/arena.h"
 #include "world/player.h"
 #include "world/scene_loader.h"
 #include "world/world.h"
@@ -35,7 +36,7 @@ std::string recipes() {
         const std::string name(typeName(static_cast<ObjectType>(number)));
         text += '"' + name + "\": {\"_type\": \"" + name + "\"},\n";
     }
-    for (const char* zombie : {"weakZombie", "zombie2HpFast", "zombieBanana", "zombie"}) {
+    for (const char* zombie : zombieRecipes) {
         text += '"' + std::string(zombie) + "\": {\"_type\": \"Zombie\"},\n";
     }
     return text + "}";

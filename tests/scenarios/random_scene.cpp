@@ -6,6 +6,8 @@
 
 #include "world/object_class.h"
 
+#include "world/arena.h"
+
 namespace dunkman {
 
 namespace {
@@ -67,9 +69,6 @@ constexpr std::array<std::string_view, 10> oddValues = {
 
 constexpr std::array<std::string_view, 8> pictures = {"player",    "playerUnarmed", "zombie",   "flamingo",
                                                       "pineapple", "sunset",        "palmTree", "btnZ"};
-
-constexpr std::array<std::string_view, 4> zombieRecipes = {"weakZombie", "zombie2HpFast", "zombieBanana",
-                                                           "zombie"};
 
 } // namespace
 

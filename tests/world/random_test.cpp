@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 
 namespace dunkman {
 
@@ -35,6 +36,12 @@ TEST_F(RandomTest, TheThousandthNumberIsRight) {
 TEST_F(RandomTest, TheLastNumberIsTheState) {
     const std::uint64_t drawn = nextRandom();
     EXPECT_EQ(randomState, drawn);
+}
+
+TEST_F(RandomTest, AFractionIsTheNumberInUnitsOf2ToTheMinus64) {
+    for (const std::uint64_t number : firstNumbers) {
+        EXPECT_EQ(nextRandomFraction(), std::ldexp(static_cast<double>(number), -64));
+    }
 }
 
 TEST_F(RandomTest, ResettingStartsAgain) {

@@ -6,14 +6,12 @@
 
 #include "base/key_states.h"
 #include "tools/inspect/faults.h"
+#include "world/arena.h"
 #include "world/object_class.h"
 
 namespace dunkman::inspect {
 
 namespace {
-
-constexpr std::array<std::string_view, 4> arenaRecipes = {"zombie", "weakZombie", "zombie2HpFast",
-                                                          "zombieBanana"};
 
 // Members of an entry that are no properties of the object it makes.
 constexpr std::array<std::string_view, 2> recipeEntryMembers = {"recipe", "tag"};
@@ -114,7 +112,7 @@ private:
         for (const JsonMember& recipe : recipes.objectValue()) {
             hasArena = hasArena || typeFromName(recipe.value.get("_type").stringValue()) == ObjectType::Arena;
         }
-        for (const std::string_view name : arenaRecipes) {
+        for (const std::string_view name : zombieRecipes) {
             const JsonValue* recipe = recipes.find(name);
             if (recipe == nullptr && hasArena) {
                 faults.add("recipes.json5",

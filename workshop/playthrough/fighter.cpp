@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "workshop/playthrough/senses.h"
+#include "world/beach.h"
 #include "world/camera.h"
 #include "world/world.h"
 
@@ -17,7 +18,6 @@ constexpr double swingDistance = 2.1;   // where a swing just reaches and a zomb
 constexpr double waitingDistance = 2.9; // while the zombie cannot be hurt
 constexpr double throwingDistance = 2.6;
 constexpr double heightBelow = 0.55; // a zombie strikes on its own level only, a swing reaches higher
-constexpr double beachHalfDepth = 1.5;
 constexpr double deadZone = 0.12;
 
 int signBeyond(double value, double zone) { return value > zone ? 1 : value < -zone ? -1 : 0; }

@@ -5,6 +5,7 @@
 
 #include "workshop/playthrough/fighter.h"
 #include "workshop/playthrough/senses.h"
+#include "world/beach.h"
 #include "world/world.h"
 
 namespace dunkman::playthrough {
@@ -143,8 +144,8 @@ std::optional<Wish> Pilot::take(const Intention& intention) {
     if (weapon == nullptr) {
         return std::nullopt;
     }
-    const std::optional<Wish> way =
-        walkTo(weapon->position.x, std::fmax(std::fmin(weapon->position.y - 0.9, 1.5), -1.5));
+    const std::optional<Wish> way = walkTo(
+        weapon->position.x, std::fmax(std::fmin(weapon->position.y - 0.9, beachHalfDepth), -beachHalfDepth));
     Wish wish = way.value_or(Wish{});
     const Weapon* within = weaponInReach();
     wish.pickUp =
