@@ -23,7 +23,7 @@ JsonArrayBlock* newArrayBlock(std::size_t capacity) {
 
 void deleteArrayBlock(JsonArrayBlock* block) {
     std::destroy_n(block->elements(), block->count);
-    ::operator delete(block, bytesFor(block->capacity));
+    ::operator delete(block);
 }
 
 JsonArrayBlock* copyArrayBlock(JsonArrayBlock& block) {
