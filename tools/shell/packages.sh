@@ -8,6 +8,7 @@ packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plug
 packages_display="xvfb xdotool imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest python3"
+packages_windows_tests="$packages_wine $packages_display $packages_tests"
 packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
 
@@ -112,12 +113,11 @@ need_packages() {
     rm -f "$log"
 }
 
-# need_sound: a sound server of our own, but not where it would push out the one that a desktop comes with.
-need_sound() {
+# sound_packages: a sound server of our own, but not where it would push out the one that a desktop comes with.
+sound_packages() {
     if is_installed pipewire-audio; then
-        need_packages pulseaudio-utils
+        echo pulseaudio-utils
     else
-        # shellcheck disable=SC2086
-        need_packages $packages_sound
+        echo "$packages_sound"
     fi
 }
