@@ -1,6 +1,6 @@
 # What holds for every file of the project: language, warnings, floating-point rules, sanitizers.
 
-option(DUNKMAN_TESTS "Build the tests" ON)
+option(DUNKMAN_TESTS "Build the tests, where GoogleTest is" ON)
 option(DUNKMAN_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
 option(DUNKMAN_FUZZERS "Build the libFuzzer targets (Clang only)" OFF)
 option(DUNKMAN_WARNINGS_AS_ERRORS "Stop the build at a warning; for the project's own checks, not for a person's build" OFF)
@@ -19,6 +19,9 @@ target_include_directories(dunkman_flags INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
 if(MSVC)
     # /fp:precise does not contract a*b+c on x64 unless asked to; /fp:contract is off by default since VS 2022.
     add_compile_options(/utf-8 /permissive- /fp:precise)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        add_compile_options(/clang:-ffp-contract=off) # clang-cl takes precise for leave to contract
+    endif()
     target_compile_options(dunkman_flags INTERFACE /W4 $<$<BOOL:${DUNKMAN_WARNINGS_AS_ERRORS}>:/WX>)
     target_compile_definitions(dunkman_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _CRT_SECURE_NO_WARNINGS)
 else()
