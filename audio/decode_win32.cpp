@@ -10,14 +10,12 @@
 
 #include <windows.h>
 
-#include <mfapi.h>
 #include <mferror.h>
-#include <mfidl.h>
-#include <mfreadwrite.h>
 #include <objbase.h>
 
 #include "audio/call_result.h"
 #include "audio/com_handle.h"
+#include "audio/media_foundation_win32.h"
 #include "audio/mp3_file.h"
 #include "audio/pcm_collector.h"
 #include "audio/wave_format.h"
@@ -30,36 +28,38 @@ namespace {
 constexpr DWORD allStreams = static_cast<DWORD>(MF_SOURCE_READER_ALL_STREAMS);
 constexpr DWORD audioStream = static_cast<DWORD>(MF_SOURCE_READER_FIRST_AUDIO_STREAM);
 
-// Media Foundation resolves files through COM, which may or may not be initialised on this thread.
-class MediaFoundation {
+// Media Foundation, started, and COM, through which it resolves files; that may or may not be initialised on this
+// thread.
+class MediaSession {
 public:
-    MediaFoundation()
+    explicit MediaSession(const MediaFoundationFunctions& itsFunctions)
         : hasCom(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))),
-          startup{"MFStartup", MFStartup(MF_VERSION, MFSTARTUP_LITE)} {}
-    ~MediaFoundation() {
+          functions(itsFunctions), startup{"MFStartup", functions.startup(MF_VERSION, MFSTARTUP_LITE)} {}
+    ~MediaSession() {
         if (!startup.failed()) {
-            MFShutdown();
+            functions.shutdown();
         }
         if (hasCom) {
             CoUninitialize();
         }
     }
-    MediaFoundation(const MediaFoundation&) = delete;
-    MediaFoundation& operator=(const MediaFoundation&) = delete;
+    MediaSession(const MediaSession&) = delete;
+    MediaSession& operator=(const MediaSession&) = delete;
 
     bool hasCom;
+    const MediaFoundationFunctions& functions;
     CallResult startup;
 };
 
 // Mono at 48 kHz; not every system converts to that.
-CallResult requestFormat(IMFSourceReader& reader) {
+CallResult requestFormat(const MediaFoundationFunctions& functions, IMFSourceReader& reader) {
     ComHandle<IMFMediaType> type;
-    HRESULT code = MFCreateMediaType(type.receive());
+    HRESULT code = functions.createMediaType(type.receive());
     if (FAILED(code)) {
         return {"MFCreateMediaType", code};
     }
-    code = MFInitMediaTypeFromWaveFormatEx(type.get(), reinterpret_cast<const WAVEFORMATEX*>(&decodedFormat),
-                                           sizeof decodedFormat);
+    code = functions.initMediaTypeFromWaveFormat(
+        type.get(), reinterpret_cast<const WAVEFORMATEX*>(&decodedFormat), sizeof decodedFormat);
     if (FAILED(code)) {
         return {"MFInitMediaTypeFromWaveFormatEx", code};
     }
@@ -68,9 +68,9 @@ CallResult requestFormat(IMFSourceReader& reader) {
 }
 
 // 16-bit PCM in whatever rate and channels the file has.
-CallResult requestFormatOfFile(IMFSourceReader& reader) {
+CallResult requestFormatOfFile(const MediaFoundationFunctions& functions, IMFSourceReader& reader) {
     ComHandle<IMFMediaType> type;
-    HRESULT code = MFCreateMediaType(type.receive());
+    HRESULT code = functions.createMediaType(type.receive());
     if (FAILED(code)) {
         return {"MFCreateMediaType", code};
     }
@@ -149,20 +149,21 @@ CallResult readSamples(IMFSourceReader& reader, PcmCollector& collector) {
     }
 }
 
-CallResult decodeFile(const std::wstring& path, PcmCollector& collector) {
-    const MediaFoundation mediaFoundation;
-    if (mediaFoundation.startup.failed()) {
-        return mediaFoundation.startup;
+CallResult decodeFile(const MediaFoundationFunctions& functions, const std::wstring& path,
+                      PcmCollector& collector) {
+    const MediaSession session(functions);
+    if (session.startup.failed()) {
+        return session.startup;
     }
     ComHandle<IMFSourceReader> reader;
-    const HRESULT code = MFCreateSourceReaderFromURL(path.c_str(), nullptr, reader.receive());
+    const HRESULT code = functions.createSourceReaderFromUrl(path.c_str(), nullptr, reader.receive());
     if (FAILED(code)) {
         return {"MFCreateSourceReaderFromURL", code};
     }
     reader->SetStreamSelection(allStreams, FALSE);
     reader->SetStreamSelection(audioStream, TRUE);
-    if (requestFormat(*reader.get()).failed()) {
-        const CallResult requested = requestFormatOfFile(*reader.get());
+    if (requestFormat(functions, *reader.get()).failed()) {
+        const CallResult requested = requestFormatOfFile(functions, *reader.get());
         if (requested.failed()) {
             return requested;
         }
@@ -200,8 +201,12 @@ MusicTrack decodeMusic(const std::wstring& path) {
         debugText("audio: " + nameOf(path) + " " + describe(fault) + ": no music from it");
         return {};
     }
+    const MediaFoundationFunctions* const functions = mediaFoundation();
+    if (functions == nullptr) {
+        return {};
+    }
     PcmCollector collector;
-    const CallResult decoded = decodeFile(path, collector);
+    const CallResult decoded = decodeFile(*functions, path, collector);
     MusicTrack track;
     track.samples = collector.take();
     track.position = track.frameCount();
