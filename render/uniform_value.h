@@ -53,7 +53,7 @@ private:
         std::memcpy(payload.data(), &value, sizeof(Value));
     }
 
-    alignas(void*) std::array<float, 16> payload{}; // room for the largest type, a 4 x 4 matrix
+    std::array<float, 16> payload{}; // room for the largest type, a 4 x 4 matrix; copied in and out byte by byte
     std::uint32_t valueType = 0;
 };
 
