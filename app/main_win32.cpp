@@ -11,6 +11,12 @@
 #define DUNKMAN_INPUT_MODE Replay
 #endif
 
+// Drivers of laptops with two graphics chips look for these two words in the program and take the stronger chip.
+extern "C" {
+extern __declspec(dllexport) const DWORD NvOptimusEnablement = 1;
+extern __declspec(dllexport) const int AmdPowerXpressRequestHighPerformance = 1;
+}
+
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     dunkman::platform::useRealPixels();
     try {

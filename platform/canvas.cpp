@@ -1,9 +1,5 @@
 #include "platform/canvas.h"
 
-#include <string>
-
-#include "base/fatal.h"
-
 namespace dunkman::platform {
 
 namespace {
@@ -17,11 +13,11 @@ constexpr GLenum colourFormat = 0x8058;       // GL_RGBA8
 constexpr GLenum depthFormat = 0x81A6;        // GL_DEPTH_COMPONENT24, as a window's depth buffer has it
 constexpr GLenum nearest = 0x2600;            // GL_NEAREST
 
-template <typename Function> void load(Function*& pointer, const char* name, GlLookup driver) {
+template <typename Function>
+void load(Function*& pointer, const char* name, GlLookup driver, GlLookup systemLibrary) {
     const GlFunction answer = driver(name);
     if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(answer))) {
-        fatal(std::string("The game needs OpenGL 4.5, but the graphics driver has no \"") + name +
-              "\". Install a current driver for the graphics card.");
+        refuseDriver(name, systemLibrary);
     }
     pointer = reinterpret_cast<Function*>(answer);
 }
@@ -31,15 +27,15 @@ GLsizei heightOf(const ClientSize& size) { return static_cast<GLsizei>(size.heig
 
 } // namespace
 
-void Canvas::load(GlLookup driver) {
-    platform::load(gl.createFramebuffers, "glCreateFramebuffers", driver);
-    platform::load(gl.deleteFramebuffers, "glDeleteFramebuffers", driver);
-    platform::load(gl.createRenderbuffers, "glCreateRenderbuffers", driver);
-    platform::load(gl.deleteRenderbuffers, "glDeleteRenderbuffers", driver);
-    platform::load(gl.namedRenderbufferStorage, "glNamedRenderbufferStorage", driver);
-    platform::load(gl.namedFramebufferRenderbuffer, "glNamedFramebufferRenderbuffer", driver);
-    platform::load(gl.bindFramebuffer, "glBindFramebuffer", driver);
-    platform::load(gl.blitNamedFramebuffer, "glBlitNamedFramebuffer", driver);
+void Canvas::load(GlLookup driver, GlLookup systemLibrary) {
+    platform::load(gl.createFramebuffers, "glCreateFramebuffers", driver, systemLibrary);
+    platform::load(gl.deleteFramebuffers, "glDeleteFramebuffers", driver, systemLibrary);
+    platform::load(gl.createRenderbuffers, "glCreateRenderbuffers", driver, systemLibrary);
+    platform::load(gl.deleteRenderbuffers, "glDeleteRenderbuffers", driver, systemLibrary);
+    platform::load(gl.namedRenderbufferStorage, "glNamedRenderbufferStorage", driver, systemLibrary);
+    platform::load(gl.namedFramebufferRenderbuffer, "glNamedFramebufferRenderbuffer", driver, systemLibrary);
+    platform::load(gl.bindFramebuffer, "glBindFramebuffer", driver, systemLibrary);
+    platform::load(gl.blitNamedFramebuffer, "glBlitNamedFramebuffer", driver, systemLibrary);
 }
 
 void Canvas::resize(const ClientSize& size) {

@@ -16,7 +16,7 @@ class Canvas {
 public:
     // Asks the driver for what a canvas needs; stops the game with a message that names what is missing.
     // Everything is drawn straight to the window until the first resize.
-    void load(GlLookup driver);
+    void load(GlLookup driver, GlLookup systemLibrary);
 
     // From now on everything is drawn into a picture of this size, both sides at least 1, to which the last
     // picture is stretched. Does nothing for the size that it has.

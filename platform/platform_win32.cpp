@@ -45,8 +45,6 @@ std::wstring wide(const std::string& utf8) {
     return result;
 }
 
-GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
-
 } // namespace
 
 void switchDisplayMode() {
@@ -90,8 +88,8 @@ void createGlContext() {
 }
 
 void loadGlFunctions() {
-    loadGlFunctionsFromWindows();
-    canvas.load(askDriver);
+    dunkman::loadGlFunctions(lookUpInSystemLibrary, askDriver);
+    canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }
 

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 namespace dunkman {
-namespace {
 
 GlFunction lookUpInSystemLibrary(const char* name) {
     static const HMODULE library = LoadLibraryA("opengl32.dll");
@@ -11,9 +10,5 @@ GlFunction lookUpInSystemLibrary(const char* name) {
 }
 
 GlFunction askDriver(const char* name) { return reinterpret_cast<GlFunction>(wglGetProcAddress(name)); }
-
-} // namespace
-
-void loadGlFunctionsFromWindows() { loadGlFunctions(lookUpInSystemLibrary, askDriver); }
 
 } // namespace dunkman

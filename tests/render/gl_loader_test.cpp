@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/fatal.h"
@@ -23,6 +24,9 @@ GlFunction answerFor(const char* name) {
 }
 
 GlFunction fakeSystemLibrary(const char* name) {
+    if (std::string_view(name) == "glGetString") {
+        return nullptr; // a library without it: nothing is called here
+    }
     systemNames.emplace_back(name);
     return answerFor(name);
 }
@@ -84,6 +88,26 @@ TEST_F(GlLoader, NamesTheFunctionThatTheDriverLacks) {
         EXPECT_THAT(error.what(), testing::HasSubstr("glCreateTextures"));
     }
     EXPECT_EQ(glCreateTextures, nullptr);
+}
+
+const std::uint8_t* describeItself(GLenum name) {
+    const char* const text = name == 0x1F00 ? "Maker" : name == 0x1F01 ? "Software" : "1.1.0";
+    return reinterpret_cast<const std::uint8_t*>(text);
+}
+
+GlFunction oldSystemLibrary(const char* name) {
+    return std::string_view(name) == "glGetString" ? reinterpret_cast<GlFunction>(&describeItself)
+                                                   : &anyFunction;
+}
+
+TEST_F(GlLoader, NamesTheVersionVendorAndRendererOfADriverThatIsTooOld) {
+    missingName = "glCreateTextures";
+    try {
+        loadGlFunctions(oldSystemLibrary, fakeDriver);
+        FAIL() << "a missing function was accepted";
+    } catch (const FatalError& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr("version 1.1.0, vendor Maker, renderer Software"));
+    }
 }
 
 TEST_F(GlLoader, TakesTheAnswersZeroToThreeAndMinusOneForMissing) {
