@@ -17,6 +17,8 @@ add_library(dunkman_flags INTERFACE)
 target_include_directories(dunkman_flags INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
 
 if(MSVC)
+    # Nobody has to install a redistributable first.
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
     # /fp:precise does not contract a*b+c on x64 unless asked to; /fp:contract is off by default since VS 2022.
     add_compile_options(/utf-8 /permissive- /fp:precise)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
