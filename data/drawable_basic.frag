@@ -5,11 +5,12 @@
 #include "drawable_sprite.glsl"
 
 layout(binding = 0) uniform sampler2D uTexture;
-uniform vec3 uGammaGainSaturation;
 uniform vec3 uTint;
 
 in vec2 texturePoint;
 in float heightInPicture;
+flat in float mutedFrom;
+flat in float gammaBend;
 
 layout(location = 0) out vec4 fragmentColour;
 
@@ -19,9 +20,10 @@ float lumaOf(vec3 colour) {
     return dot(colour, vec3(0.299, 0.587, 0.114));
 }
 
-// The part of the loading picture that progress has not reached yet.
-vec3 muted(vec3 colour) {
-    return mix(vec3(lumaOf(colour)), colour, 0.2) * 0.5 + 0.2;
+// Gamma as a bend of the way from 0 to 1 (bend 0: straight), a fraction in place of a power: without a graphics card the
+// power would cost every texel of the beach as much as a quarter of its frame.
+vec3 bent(vec3 colour, float bend) {
+    return colour / (clamp(1.0 - colour, 0.0, 1.0) * bend + 1.0);
 }
 
 void main() {
@@ -33,17 +35,16 @@ void main() {
     // have a dark fringe.
     vec3 colour = texel.rgb / texel.a;
 
-    if ((uMirrorFlags & loadingBits) == loadingBits && heightInPicture > zOffset) {
-        colour = muted(colour);
+    // Most sprites have nothing to adjust, and software takes both sides of every branch. So all go the same short way,
+    // on which a saturation and gain of 1, a lift of 0 and a bend of 0 keep a texel to the last bit.
+    float gain = uGammaGainSaturation.y;
+    float saturation = uGammaGainSaturation.z;
+    float lift = 0.0;
+    if (heightInPicture > mutedFrom) { // what progress has not reached yet
+        saturation *= 0.2;
+        lift = 0.2 * gain;
+        gain *= 0.5;
     }
-    // Most sprites have nothing to adjust. The test also keeps their texels to the last bit, which a power of 1 need
-    // not.
-    if (uGammaGainSaturation != vec3(1.0)) {
-        float gamma = uGammaGainSaturation.x;
-        float gain = uGammaGainSaturation.y;
-        float saturation = uGammaGainSaturation.z;
-        colour = mix(vec3(lumaOf(colour)), colour, saturation) * gain;
-        colour = pow(max(colour, vec3(0.0)), vec3(gamma));
-    }
-    fragmentColour = vec4(colour * uTint, 1.0);
+    colour = (lumaOf(colour) * (1.0 - saturation) + colour * saturation) * gain + lift;
+    fragmentColour = vec4(bent(colour, gammaBend) * uTint, 1.0);
 }

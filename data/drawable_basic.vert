@@ -10,7 +10,9 @@ uniform vec4 uDestMinAndSize; // lower corner relative to the position, then the
 uniform vec4 uPosCosSin;      // position, then cosine and sine of the clockwise angle
 
 out vec2 texturePoint;
-out float heightInPicture; // 0 at the bottom edge, 1 at the top edge
+out float heightInPicture;    // 0 at the bottom edge, 1 at the top edge
+flat out float mutedFrom;     // the height from which on the picture is muted; above 1: nowhere
+flat out float gammaBend;     // what bends colours as gamma does; 0: not at all
 
 // World sprites are sorted by depths from -depthRange to depthRange, which is far more than a beach is long from front
 // to back. Within, the map is linear: a flat sprite, whose corners differ in depth, then sorts right all across.
@@ -67,4 +69,10 @@ void main() {
     texturePoint.x = (uMirrorFlags & mirrorXBit) != 0u ? 1.0 - corner.x : corner.x;
     texturePoint.y = (uMirrorFlags & mirrorYBit) != 0u ? 1.0 - corner.y : corner.y;
     heightInPicture = corner.y;
+
+    // Of the loading picture, zOffset carries the progress.
+    mutedFrom = (uMirrorFlags & loadingBits) == loadingBits ? zOffset : 2.0;
+    // The bend that takes a half to where the power does.
+    float gamma = uGammaGainSaturation.x;
+    gammaBend = gamma == 1.0 ? 0.0 : exp2(gamma) - 2.0;
 }

@@ -9,3 +9,4 @@ const uint loadingBits = flatBit | interfaceBit;
 
 uniform uint uMirrorFlags;
 uniform float zOffset; // depth offset; of the loading picture: progress from 0 to 1
+uniform vec3 uGammaGainSaturation;

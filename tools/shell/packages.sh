@@ -9,7 +9,7 @@ packages_display="xvfb xdotool imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest python3"
 packages_windows_tests="$packages_wine $packages_display $packages_tests"
-packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools"
+packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools libegl-dev libgl1-mesa-dri"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
 
 # Each: the name in Debian 12 and 13, what shows that it is there (a command, a file, or - for what cannot be seen), and
@@ -35,6 +35,7 @@ pulseaudio                  pulseaudio                    sound server with a nu
 pulseaudio-utils            pactl                         asks whether there is a sound server
 googletest                  /usr/src/googletest           test library, as sources
 libbenchmark-dev            /usr/include/benchmark        benchmark library
+libegl-dev                  /usr/include/EGL/egl.h        draws into memory instead of a window
 libmpfr-dev                 /usr/include/mpfr.h           exact functions to hold ours against
 libpng-dev                  /usr/include/png.h            pictures that textures are made from
 librsvg2-bin                rsvg-convert                  draws SVG

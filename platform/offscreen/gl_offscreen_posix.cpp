@@ -1,0 +1,174 @@
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+
+#include <array>
+#include <cstring>
+#include <string>
+
+#include "base/fatal.h"
+#include "platform/offscreen/offscreen.h"
+#include "platform/simulated/gl_sim.h"
+#include "platform/simulated/platform_sim.h"
+#include "render/gl.h"
+#include "render/gl_loader.h"
+
+namespace dunkman {
+
+namespace {
+
+// Of OpenGL, what only the tools around the game need.
+constexpr GLenum glRgb = 0x1907;
+constexpr GLenum glPackAlignment = 0x0D05;
+constexpr GLenum glRenderer = 0x1F01;
+constexpr GLenum glVersion = 0x1F02;
+void (*glReadPixels)(GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, void*) = nullptr;
+void (*glPixelStorei)(GLenum, GLint) = nullptr;
+void (*glFinish)() = nullptr;
+const unsigned char* (*glGetString)(GLenum) = nullptr;
+
+struct Screen {
+    EGLDisplay display = EGL_NO_DISPLAY;
+    EGLSurface surface = EGL_NO_SURFACE;
+    EGLContext context = EGL_NO_CONTEXT;
+    platform::ClientSize size;
+};
+
+Screen screen;
+
+void require(bool succeeded, const char* what) {
+    if (!succeeded) {
+        fatal(std::string("There is no off-screen OpenGL here: ") + what +
+              " failed. Install libegl1 and libgl1-mesa-dri.");
+    }
+}
+
+void openScreen() {
+    screen.display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    require(screen.display != EGL_NO_DISPLAY, "eglGetPlatformDisplay");
+    require(eglInitialize(screen.display, nullptr, nullptr) == EGL_TRUE, "eglInitialize");
+    require(eglBindAPI(EGL_OPENGL_API) == EGL_TRUE, "eglBindAPI");
+    // What the window asks for.
+    constexpr std::array<EGLint, 15> wanted = {EGL_SURFACE_TYPE,
+                                               EGL_PBUFFER_BIT,
+                                               EGL_RENDERABLE_TYPE,
+                                               EGL_OPENGL_BIT,
+                                               EGL_RED_SIZE,
+                                               8,
+                                               EGL_GREEN_SIZE,
+                                               8,
+                                               EGL_BLUE_SIZE,
+                                               8,
+                                               EGL_ALPHA_SIZE,
+                                               8,
+                                               EGL_DEPTH_SIZE,
+                                               24,
+                                               EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint configs = 0;
+    require(eglChooseConfig(screen.display, wanted.data(), &config, 1, &configs) == EGL_TRUE && configs == 1,
+            "eglChooseConfig");
+    screen.size = simulated::machine.clientSize;
+    const std::array<EGLint, 5> extent = {EGL_WIDTH, static_cast<EGLint>(screen.size.width), EGL_HEIGHT,
+                                          static_cast<EGLint>(screen.size.height), EGL_NONE};
+    screen.surface = eglCreatePbufferSurface(screen.display, config, extent.data());
+    require(screen.surface != EGL_NO_SURFACE, "eglCreatePbufferSurface");
+    screen.context = eglCreateContext(screen.display, config, EGL_NO_CONTEXT, nullptr);
+    require(screen.context != EGL_NO_CONTEXT, "eglCreateContext");
+    require(eglMakeCurrent(screen.display, screen.surface, screen.surface, screen.context) == EGL_TRUE,
+            "eglMakeCurrent");
+}
+
+void closeScreen() {
+    if (screen.display != EGL_NO_DISPLAY) {
+        eglMakeCurrent(screen.display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        eglDestroyContext(screen.display, screen.context);
+        eglDestroySurface(screen.display, screen.surface);
+        eglTerminate(screen.display);
+    }
+    screen = Screen();
+}
+
+GlFunction lookUp(const char* name) { return eglGetProcAddress(name); }
+
+template <typename Function> void lookUpFor(Function*& pointer, const char* name) {
+    pointer = reinterpret_cast<Function*>(lookUp(name));
+}
+
+// The driver's own, behind those that discardPixels puts in their place.
+void (*enableByDriver)(GLenum) = nullptr;
+void (*disableByDriver)(GLenum) = nullptr;
+
+void enableButDiscard(GLenum capability) {
+    if (capability != GL_RASTERIZER_DISCARD) {
+        enableByDriver(capability);
+    }
+}
+
+void disableButDiscard(GLenum capability) {
+    if (capability != GL_RASTERIZER_DISCARD) {
+        disableByDriver(capability);
+    }
+}
+
+} // namespace
+
+namespace simulated {
+
+void loadGlFunctions() {
+    closeScreen();
+    openScreen();
+    dunkman::loadGlFunctions(lookUp, lookUp);
+    lookUpFor(glReadPixels, "glReadPixels");
+    lookUpFor(glPixelStorei, "glPixelStorei");
+    lookUpFor(glFinish, "glFinish");
+    lookUpFor(glGetString, "glGetString");
+    enableByDriver = glEnable;
+    disableByDriver = glDisable;
+}
+
+void resetGl() { closeScreen(); }
+
+} // namespace simulated
+
+namespace offscreen {
+
+Picture takePicture() {
+    Picture picture;
+    picture.width = screen.size.width;
+    picture.height = screen.size.height;
+    const std::size_t row = std::size_t{3} * picture.width;
+    std::vector<std::uint8_t> fromBelow(row * picture.height);
+    glPixelStorei(glPackAlignment, 1);
+    glReadPixels(0, 0, static_cast<GLsizei>(picture.width), static_cast<GLsizei>(picture.height), glRgb,
+                 GL_UNSIGNED_BYTE, fromBelow.data());
+    picture.rgb.resize(fromBelow.size());
+    for (std::size_t y = 0; y < picture.height; ++y) {
+        std::memcpy(&picture.rgb[y * row], &fromBelow[(picture.height - 1 - y) * row], row);
+    }
+    return picture;
+}
+
+void finishDrawing() { glFinish(); }
+
+std::string driverName() {
+    const auto text = [](GLenum name) {
+        return std::string(reinterpret_cast<const char*>(glGetString(name)));
+    };
+    return text(glRenderer) + ", OpenGL " + text(glVersion);
+}
+
+void discardPixels(bool discard) {
+    if (discard) {
+        enableByDriver(GL_RASTERIZER_DISCARD);
+        glEnable = enableButDiscard;
+        glDisable = disableButDiscard;
+    } else {
+        glEnable = enableByDriver;
+        glDisable = disableByDriver;
+        disableByDriver(GL_RASTERIZER_DISCARD);
+    }
+}
+
+} // namespace offscreen
+
+} // namespace dunkman

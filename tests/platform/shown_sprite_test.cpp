@@ -1,0 +1,132 @@
+#include "platform/offscreen/offscreen.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+
+#include "platform/simulated/gl_sim.h"
+#include "platform/simulated/platform_sim.h"
+#include "render/gl.h"
+#include "render/renderer.h"
+#include "render/sprite.h"
+
+// What the shipped shaders make of a sprite, drawn by a real OpenGL in software.
+namespace dunkman {
+namespace {
+
+struct Colour {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+};
+
+void expectClose(Colour drawn, Colour expected) {
+    EXPECT_NEAR(drawn.red, expected.red, 1);
+    EXPECT_NEAR(drawn.green, expected.green, 1);
+    EXPECT_NEAR(drawn.blue, expected.blue, 1);
+}
+
+struct Adjustment {
+    double gamma = 1.0;
+    double gain = 1.0;
+    double saturation = 1.0;
+};
+
+class ShownSprite : public testing::Test {
+protected:
+    ShownSprite() {
+        simulated::resetMachine();
+        simulated::machine.clientSize = {8, 8};
+        simulated::loadGlFunctions();
+        const std::filesystem::path before = std::filesystem::current_path();
+        std::filesystem::current_path("data");
+        createRenderer();
+        std::filesystem::current_path(before);
+        glViewport(0, 0, 8, 8);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        setViewProjection({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+    }
+
+    ~ShownSprite() override {
+        resetRenderer();
+        simulated::resetGl();
+        simulated::resetMachine();
+    }
+
+    // A picture of one colour, in 5, 6 and 5 bits.
+    static Texture2D plain(int red, int green, int blue) {
+        const auto packed = static_cast<std::uint16_t>(red << 11 | green << 5 | blue);
+        const auto low = static_cast<std::uint8_t>(packed & 0xFF);
+        const auto high = static_cast<std::uint8_t>(packed >> 8);
+        const std::array<std::uint8_t, 8> block = {low, high, low, high, 0, 0, 0, 0};
+        Texture2D texture;
+        texture.width = texture.height = 4;
+        glCreateTextures(GL_TEXTURE_2D, 1, &texture.name);
+        glTextureStorage2D(texture.name, 1, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 4, 4);
+        glCompressedTextureSubImage2D(texture.name, 0, 0, 0, 4, 4, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 8,
+                                      block.data());
+        return texture;
+    }
+
+    // Draws it all over the window.
+    static void draw(const Texture2D& texture, Adjustment adjustment, SpriteMode mode = SpriteMode::World,
+                     double zOffset = 0.0) {
+        Vec2 pivot = {0.5, 0.5};
+        drawSprite(texture, false, true, mode, adjustment.gamma, adjustment.gain, adjustment.saturation, 1.0,
+                   1.0, 1.0, {0.0, 0.0}, {2.0, 2.0}, pivot, {1.0, 1.0}, 0.0, zOffset);
+    }
+
+    // The colour in a row, counted from the top.
+    static Colour at(std::size_t row) {
+        const offscreen::Picture picture = offscreen::takePicture();
+        const std::uint8_t* const pixel = &picture.rgb.at((row * picture.width + 4) * 3);
+        return {pixel[0], pixel[1], pixel[2]};
+    }
+};
+
+TEST_F(ShownSprite, KeepsItsTexelsWhenThereIsNothingToAdjust) {
+    draw(plain(25, 11, 3), {});
+    const Colour drawn = at(4);
+    EXPECT_EQ(drawn.red, 206); // 25 of 31
+    EXPECT_EQ(drawn.green, 44);
+    EXPECT_EQ(drawn.blue, 24);
+}
+
+TEST_F(ShownSprite, GetsBrighterByItsGain) {
+    draw(plain(8, 16, 8), {.gain = 2.0});
+    expectClose(at(4), {132, 130, 132});
+}
+
+TEST_F(ShownSprite, LosesItsColoursWithItsSaturation) {
+    draw(plain(31, 0, 0), {.saturation = 0.0});
+    expectClose(at(4), {76, 76, 76}); // the share of red in brightness
+}
+
+TEST_F(ShownSprite, GetsDarkerInTheMiddleTonesByAHighGamma) {
+    draw(plain(16, 32, 16), {.gamma = 2.0});
+    expectClose(at(4), {67, 65, 67}); // a half becomes a quarter
+}
+
+TEST_F(ShownSprite, GetsBrighterInTheMiddleTonesByALowGamma) {
+    draw(plain(8, 16, 8), {.gamma = 0.5});
+    EXPECT_GT(at(4).red, 100); // from a quarter
+}
+
+TEST_F(ShownSprite, KeepsBlackAndWhiteUnderAnyGamma) {
+    draw(plain(31, 63, 31), {.gamma = 3.0});
+    expectClose(at(4), {255, 255, 255});
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    draw(plain(0, 0, 0), {.gamma = 0.2});
+    expectClose(at(4), {0, 0, 0});
+}
+
+TEST_F(ShownSprite, FillsTheLoadingPictureFromBelow) {
+    draw(plain(31, 0, 0), {}, SpriteMode::Loading, 0.5);
+    expectClose(at(6), {255, 0, 0});
+    expectClose(at(1), {107, 81, 81}); // greyer, and nearer to the middle
+}
+
+} // namespace
+} // namespace dunkman

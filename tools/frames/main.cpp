@@ -1,0 +1,199 @@
+// dunkman-frames: plays the game off screen, with its real shaders and textures, and measures or keeps its frames.
+// See `usage`.
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/frame.h"
+#include "app/main_loop.h"
+#include "app/program.h"
+#include "platform/offscreen/offscreen.h"
+#include "platform/simulated/platform_sim.h"
+
+namespace {
+
+using namespace dunkman;
+
+constexpr const char* usage =
+    "dunkman-frames [OPTION VALUE]...: the replay off screen; prints the driver and what was asked for\n"
+    "  --data DIR             working directory of the run (data)\n"
+    "  --size WxH             size of the picture (1920x1080)\n"
+    "  --screen NAME          the screen entered after start-up (Game)\n"
+    "  --picture STEP:FILE    keeps that step as a picture (PPM); may be given more than once\n"
+    "  --measure STEP:FRAMES  times that many frames from that step on; may be given more than once\n"
+    "  --steps N              steps that a measured frame is late, 1 to 3 (3)\n"
+    "Steps count from 0. What lies between is played, but not drawn.\n";
+
+struct Options {
+    std::string data = "data";
+    platform::ClientSize size = {1920, 1080};
+    ScreenId screen = ScreenId::Game;
+    std::map<std::int64_t, std::string> pictures;
+    std::map<std::int64_t, std::int64_t> measurements;
+    std::int64_t steps = 3;
+};
+
+std::int64_t numberOf(std::string_view text) {
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size() || value < 0) {
+        throw std::invalid_argument("\"" + std::string(text) + "\" is no number from 0 on");
+    }
+    return value;
+}
+
+std::pair<std::string_view, std::string_view> halvesOf(std::string_view text, char separator) {
+    const std::size_t place = text.find(separator);
+    if (place == std::string_view::npos) {
+        throw std::invalid_argument("\"" + std::string(text) + "\" lacks a \"" + separator + "\"");
+    }
+    return {text.substr(0, place), text.substr(place + 1)};
+}
+
+Options parse(int count, char** arguments) {
+    Options options;
+    for (int i = 1; i < count; i += 2) {
+        const std::string_view option = arguments[i];
+        if (i + 1 == count) {
+            throw std::invalid_argument(std::string(option) + " needs a value");
+        }
+        const std::string_view value = arguments[i + 1];
+        if (option == "--data") {
+            options.data = value;
+        } else if (option == "--size") {
+            const auto [width, height] = halvesOf(value, 'x');
+            options.size = {static_cast<std::uint32_t>(numberOf(width)),
+                            static_cast<std::uint32_t>(numberOf(height))};
+        } else if (option == "--screen") {
+            if (!findScreen(value, options.screen)) {
+                throw std::invalid_argument("there is no screen \"" + std::string(value) + "\"");
+            }
+        } else if (option == "--picture") {
+            const auto [step, file] = halvesOf(value, ':');
+            options.pictures[numberOf(step)] = std::filesystem::absolute(file).string();
+        } else if (option == "--measure") {
+            const auto [step, frames] = halvesOf(value, ':');
+            options.measurements[numberOf(step)] = numberOf(frames);
+        } else if (option == "--steps") {
+            options.steps = std::clamp<std::int64_t>(numberOf(value), 1, 3);
+        } else {
+            throw std::invalid_argument("there is no option " + std::string(option));
+        }
+    }
+    return options;
+}
+
+// Counts steps by looking on.
+class StepCounter final : public FrameObserver {
+public:
+    std::int64_t begun = 0;
+    void inputApplied() override { ++begun; }
+};
+
+StepCounter counter;
+
+// An iteration in which `steps` steps are due.
+void iterate(std::int64_t steps) {
+    constexpr std::int64_t longStep = 16666667; // just over 1/60 s
+    simulated::machine.clockNanoseconds += steps * longStep;
+    runIteration();
+}
+
+void runUntil(std::int64_t step) {
+    offscreen::discardPixels(true);
+    while (counter.begun < step) {
+        iterate(1);
+    }
+    offscreen::discardPixels(false);
+}
+
+void keepPicture(std::int64_t step, const std::string& path) {
+    runUntil(step);
+    iterate(1);
+    const offscreen::Picture picture = offscreen::takePicture();
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) {
+        throw std::runtime_error(path + " cannot be written");
+    }
+    std::fprintf(file, "P6\n%u %u\n255\n", picture.width, picture.height);
+    const std::size_t written = std::fwrite(picture.rgb.data(), 1, picture.rgb.size(), file);
+    if (std::fclose(file) != 0 || written != picture.rgb.size()) {
+        throw std::runtime_error(path + " cannot be written whole");
+    }
+}
+
+double millisecondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+void measure(std::int64_t step, std::int64_t frames, std::int64_t steps) {
+    runUntil(step);
+    iterate(steps); // the first frame after a jump is not measured
+    offscreen::finishDrawing();
+    std::vector<double> times;
+    const std::clock_t workBefore = std::clock(); // of all threads
+    for (std::int64_t frame = 0; frame < frames; ++frame) {
+        const auto start = std::chrono::steady_clock::now();
+        iterate(steps);
+        offscreen::finishDrawing();
+        times.push_back(millisecondsSince(start));
+    }
+    const double work = static_cast<double>(std::clock() - workBefore) * 1000.0 / CLOCKS_PER_SEC;
+    std::sort(times.begin(), times.end());
+    std::printf("frames from=%lld count=%lld steps=%lld median=%.2f least=%.2f most=%.2f work=%.2f (ms a "
+                "frame; work: of all threads)\n",
+                static_cast<long long>(step), static_cast<long long>(frames), static_cast<long long>(steps),
+                times[times.size() / 2], times.front(), times.back(), work / static_cast<double>(frames));
+    std::fflush(stdout);
+}
+
+void run(const Options& options) {
+    std::filesystem::current_path(options.data);
+    simulated::machine.clientSize = options.size;
+    startUp(InputMode::Replay, options.screen);
+    frameObserver = &counter;
+    std::printf("driver %s\n", offscreen::driverName().c_str());
+    auto picture = options.pictures.begin();
+    auto measurement = options.measurements.begin();
+    while (picture != options.pictures.end() || measurement != options.measurements.end()) {
+        const bool isPicture = measurement == options.measurements.end() ||
+                               (picture != options.pictures.end() && picture->first <= measurement->first);
+        if (isPicture) {
+            keepPicture(picture->first, picture->second);
+            ++picture;
+        } else {
+            measure(measurement->first, measurement->second, options.steps);
+            ++measurement;
+        }
+    }
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    if (count == 2 && std::string_view(arguments[1]) == "--help") {
+        std::fputs(usage, stdout);
+        return 0;
+    }
+    try {
+        run(parse(count, arguments));
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "%s\n%s", error.what(), usage);
+        return 2;
+    } catch (const simulated::ProgramExit&) {
+        std::fprintf(stderr, "the show ended before the last step that was asked for\n");
+        return 1;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
