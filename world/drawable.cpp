@@ -15,7 +15,7 @@ constexpr std::array fields = {
     field<&Drawable::mirrorX>("mirrorX", "flips the picture left to right"),
     field<&Drawable::mirrorY>("mirrorY", "true shows the picture upright, false on its head"),
     field<&Drawable::isFlat>("isFlat", "lies on the ground instead of standing upright"),
-    field<&Drawable::isUI>("isUI", "lies over everything else; wins over isFlat"),
+    field<&Drawable::isUI>("isUI", "lies over the rest of the level; wins over isFlat"),
     field<&Drawable::gamma>("gamma", "exponent of the colours; 1 leaves them"),
     field<&Drawable::gain>("gain", "factor of the colours; 1 leaves them"),
     field<&Drawable::saturation>("saturation", "0 is grey, 1 leaves the colours"),

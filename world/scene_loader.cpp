@@ -10,6 +10,7 @@
 #include "json5/reader.h"
 #include "world/object.h"
 #include "world/registry.h"
+#include "world/scene_entry.h"
 #include "world/world.h"
 
 namespace dunkman {
@@ -25,10 +26,10 @@ public:
         TaggedObjects result;
         for (const JsonValue& entry : entries.asArray()) {
             entry.asObject(); // only to report another kind; such an entry has no members
-            const JsonValue& tag = entry.get("tag");
+            const JsonValue& tag = entry.get(scene_entry::tag.key);
             const std::string tagName(tag.kind == JsonKind::String ? tag.stringValue() : std::string_view());
             std::vector<Object*>& filed = result[tagName];
-            const JsonValue& recipe = entry.get("recipe");
+            const JsonValue& recipe = entry.get(scene_entry::recipe.key);
             if (recipe.kind == JsonKind::String) {
                 filed.push_back(makeFromRecipe(recipe.stringValue(), entry));
             } else {
@@ -56,7 +57,7 @@ private:
     }
 
     void placePrefab(const JsonValue& entry, const std::string& tagName, TaggedObjects& result) {
-        const JsonValue& name = entry.get("prefab");
+        const JsonValue& name = entry.get(scene_entry::prefab.key);
         if (name.kind != JsonKind::String) {
             fatal("A scene entry with the tag " + quoted(tagName) +
                   " names neither a recipe nor a prefab. Give it one of the two.");
@@ -70,8 +71,8 @@ private:
         const TaggedObjects inner = loadPrefab(name.stringValue(), *prefab);
 
         Vec2 offset;
-        readPair(entry.get("offset"), offset.x, offset.y);
-        const JsonValue& overrides = entry.get("overrides");
+        readPair(entry.get(scene_entry::offset.key), offset.x, offset.y);
+        const JsonValue& overrides = entry.get(scene_entry::overrides.key);
         for (const auto& group : inner) {
             const JsonValue* override =
                 overrides.kind == JsonKind::Object ? overrides.find(group.first) : nullptr;

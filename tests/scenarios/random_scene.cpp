@@ -4,9 +4,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "world/object_class.h"
-
 #include "world/arena.h"
+#include "world/object_class.h"
 
 namespace dunkman {
 

@@ -8,17 +8,20 @@
 #include "tools/inspect/faults.h"
 #include "world/arena.h"
 #include "world/object_class.h"
+#include "world/scene_entry.h"
 
 namespace dunkman::inspect {
 
 namespace {
 
-// Members of an entry that are no properties of the object it makes.
-constexpr std::array<std::string_view, 2> recipeEntryMembers = {"recipe", "tag"};
-constexpr std::array<std::string_view, 4> prefabEntryMembers = {"prefab", "tag", "offset", "overrides"};
+bool belongsToRecipeEntry(std::string_view key) {
+    return std::any_of(scene_entry::members.begin(), scene_entry::members.end(),
+                       [&](const EntryMember& member) { return member.inRecipeEntry && member.key == key; });
+}
 
-template <typename Names> bool isOneOf(const Names& names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+bool belongsToPrefabEntry(std::string_view key) {
+    return std::any_of(scene_entry::members.begin(), scene_entry::members.end(),
+                       [&](const EntryMember& member) { return member.inPrefabEntry && member.key == key; });
 }
 
 class ObjectCheck {
@@ -31,7 +34,7 @@ public:
     void checkProperties(std::string_view file, const std::string& name, const JsonValue& properties,
                          ObjectType type) {
         for (const JsonMember& member : properties.objectValue()) {
-            if (member.key() == "_type" || isOneOf(recipeEntryMembers, member.key())) {
+            if (member.key() == "_type" || belongsToRecipeEntry(member.key())) {
                 continue;
             }
             const Field* field = findField(type, member.key());
@@ -162,7 +165,7 @@ private:
             faults.add(file, where + ": there is no prefab " + quoted(prefab) + ".");
         }
         for (const JsonMember& member : entry.objectValue()) {
-            if (!isOneOf(prefabEntryMembers, member.key())) {
+            if (!belongsToPrefabEntry(member.key())) {
                 faults.add(file, where + ": " + quoted(member.key()) + " does nothing in a prefab entry.");
             }
         }

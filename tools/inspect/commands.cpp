@@ -12,6 +12,8 @@
 #include "render/renderer.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/data_check.h"
+#include "tools/reference/data_reference.h"
+#include "tools/reference/json_schema.h"
 #include "world/scene_loader.h"
 #include "world/trace.h"
 #include "world/world.h"
@@ -61,6 +63,17 @@ int printDds(const std::string& path, std::string& out) {
                " bytes=" + number(upload.bytes) + " offset=" + number(upload.offset) + '\n';
     }
     return 0;
+}
+
+int printReference(std::string& out) {
+    out += reference::dataReference();
+    return 0;
+}
+
+int printSchema(const std::string& name, std::string& out) {
+    const std::string schema = reference::jsonSchema(name);
+    out += schema;
+    return schema.empty() ? 1 : 0;
 }
 
 int printScene(std::string& out) {

@@ -10,6 +10,10 @@ int printWritten(const std::string& path, int indent, std::string& out);
 int printShader(const std::string& path, std::string& out);
 int printDds(const std::string& path, std::string& out);
 
+// The reference of the data files, and the schema of that name for editors; 1 when there is none of that name.
+int printReference(std::string& out);
+int printSchema(const std::string& name, std::string& out);
+
 // These two look at the data directory that is current.
 int printScene(std::string& out);
 int printFaults(std::string& out);

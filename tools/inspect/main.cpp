@@ -25,7 +25,9 @@ constexpr const char* usage =
     "dunkman-inspect shader FILE              a shader with its includes expanded\n"
     "dunkman-inspect dds FILE                 a texture's levels\n"
     "dunkman-inspect scene [--data DIR]       the world right after loading\n"
-    "dunkman-inspect check [--data DIR]       every fault of a data directory\n";
+    "dunkman-inspect check [--data DIR]       every fault of a data directory\n"
+    "dunkman-inspect reference                what the data files of a level may hold\n"
+    "dunkman-inspect schema NAME              the same for editors: objects, recipes, prefabs or scene\n";
 
 class UsageError : public std::runtime_error {
 public:
@@ -74,6 +76,12 @@ int runOnFile(const Arguments& arguments, std::string& out) {
     if (arguments.file.empty()) {
         throw UsageError(arguments.command + " needs a file");
     }
+    if (arguments.command == "schema") {
+        if (const int status = inspect::printSchema(arguments.file, out); status == 0) {
+            return status;
+        }
+        throw UsageError("there is no schema \"" + arguments.file + '"');
+    }
     if (arguments.command == "json5") {
         return inspect::printJson5(arguments.file, out);
     }
@@ -90,6 +98,9 @@ int runOnFile(const Arguments& arguments, std::string& out) {
 }
 
 int runCommand(const Arguments& arguments, std::string& out) {
+    if (arguments.command == "reference") {
+        return inspect::printReference(out);
+    }
     if (arguments.command != "scene" && arguments.command != "check") {
         return runOnFile(arguments, out);
     }

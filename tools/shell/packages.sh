@@ -9,7 +9,7 @@ packages_display="xvfb xdotool imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest python3"
 packages_windows_tests="$packages_wine $packages_display $packages_tests"
-packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools libegl-dev libgl1-mesa-dri"
+packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools libegl-dev libgl1-mesa-dri python3-jsonschema"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
 
 # Each: the name in Debian 12 and 13, what shows that it is there (a command, a file, or - for what cannot be seen), and
@@ -42,6 +42,7 @@ librsvg2-bin                rsvg-convert                  draws SVG
 khronos-api                 /usr/share/khronos-api        registry of OpenGL, held against our loader
 glslang-tools               glslangValidator              a second opinion on the shaders
 python3                     python3                       checks and asset tools
+python3-jsonschema          -                             a second opinion on the schemas of the data files
 python3-numpy               -                             arithmetic of the music tools and of the sound check
 fonts-dejavu-core           -                             captions of the contact sheets
 fluidsynth                  fluidsynth                    plays scores
