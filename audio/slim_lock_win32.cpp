@@ -4,7 +4,8 @@
 
 namespace dunkman {
 
-static_assert(sizeof(SRWLOCK) == sizeof(void*) && alignof(SRWLOCK) == alignof(void*));
+static_assert(sizeof(SRWLOCK) == sizeof(void*));
+static_assert(alignof(SRWLOCK) == alignof(void*));
 
 SlimLock::SlimLock() { InitializeSRWLock(reinterpret_cast<SRWLOCK*>(&native)); }
 

@@ -47,6 +47,7 @@ template <typename Library> void write(benchmark::State& state, const std::strin
 void printHexFloats(benchmark::State& state) {
     std::mt19937_64 random(4);
     std::vector<double> numbers;
+    numbers.reserve(10000);
     for (int count = 0; count < 10000; ++count) {
         numbers.push_back(static_cast<double>(random() % 1000000) / 977.0 - 500.0);
     }

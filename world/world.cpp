@@ -28,7 +28,7 @@ void World::lateUpdateAll() {
     }
 }
 
-void World::drawAll() {
+void World::drawAll() const {
     walk<Drawable>([](Drawable& drawable) { drawable.draw(); });
 }
 

@@ -28,7 +28,7 @@ public:
     void applyPending();
 
     // Draws every Drawable, in the order of the subtype walk.
-    void drawAll();
+    void drawAll() const;
 
     // To enter, leave alive, or be freed at the next applyPending, which works in this order: an object
     // queued to enter and to be freed enters and is freed. Queuing an object twice does no more than once. An

@@ -31,7 +31,7 @@ private:
         int stepsSinceChange;
     };
 
-    void hold(Finger& finger, bool down);
+    void hold(Finger& finger, bool wanted);
     void tap(Finger& finger, bool wanted);
 
     std::array<Finger, 4> directions;
