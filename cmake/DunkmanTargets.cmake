@@ -43,7 +43,7 @@ function(dunkman_test name)
 endfunction()
 
 # dunkman_command_test(NAME COMMAND WORDS ... [NEEDS TARGETS ...] [TIMEOUT SECONDS]): a command of another kind as a test,
-# run in the source folder. The target NAME builds the programs that it needs.
+# run in the source folder. The target NAME builds the programs that it needs. Exit status 77 says that it was skipped.
 function(dunkman_command_test name)
     cmake_parse_arguments(ARG "" "TIMEOUT" "COMMAND;NEEDS" ${ARGN})
     add_custom_target(${name})
@@ -52,6 +52,7 @@ function(dunkman_command_test name)
         add_dependencies(${name} ${program})
     endforeach()
     add_test(NAME ${DUNKMAN_TEST_PREFIX}${name} COMMAND ${ARG_COMMAND} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    set_tests_properties(${DUNKMAN_TEST_PREFIX}${name} PROPERTIES SKIP_RETURN_CODE 77)
     if(ARG_TIMEOUT)
         set_tests_properties(${DUNKMAN_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
     endif()

@@ -58,7 +58,8 @@ OPAQUE_TYPES = [f"GL_{texel}{kind}_{shape}" for kind in ("SAMPLER", "IMAGE")
                 for texel in ("", "INT_", "UNSIGNED_INT_") for shape in SHAPES]
 OPAQUE_TYPES += [f"GL_SAMPLER_{shape}" for shape in SHADOW_SHAPES]
 
-BANNER = "// Written by tools/generate_gl_loader.py from the Khronos OpenGL registry. Change the script, not this file.\n"
+BANNER = ("// Written by tools/generate_gl_loader.py from the Khronos OpenGL registry. "
+          "Change the script, not this file.\n")
 
 
 def normal_spacing(text):
@@ -87,7 +88,8 @@ def functions_text(root):
     order = registry_order(root)
     commands = {command.find("proto/name").text: command for command in root.findall("commands/command")}
     text = BANNER
-    text += "// GL_SYSTEM_FUNCTION: in the system's OpenGL library. GL_FUNCTION: answered by the driver, in registry order.\n"
+    text += ("// GL_SYSTEM_FUNCTION: in the system's OpenGL library. GL_FUNCTION: answered by the driver, in registry "
+             "order.\n")
     text += "// Both: result type, name, parameters, arguments.\n\n"
     for name in sorted(SYSTEM_FUNCTIONS, key=order.__getitem__):
         text += function_line("GL_SYSTEM_FUNCTION", commands[name])

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by commands, after report.sh: configures and builds a tree of build/.
 
 processors=$(nproc 2>/dev/null || echo 2)

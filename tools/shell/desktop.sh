@@ -1,5 +1,6 @@
-# Sourced by commands that run Windows programs, after report.sh: a Wine prefix of the project's own, and where the machine has none, a
-# virtual display and a null sound device. Everything started here is ended by end_desktop, and nothing else.
+# shellcheck shell=bash
+# Sourced by commands that run Windows programs, after report.sh: a Wine prefix of the project's own, and where the machine
+# has none, a virtual display and a null sound device. Everything started here is ended by end_desktop, and nothing else.
 
 desktop_processes=()
 desktop_folder=
@@ -31,7 +32,8 @@ start_display() {
         sleep 0.1
     done
     [ -s "$number_file" ] || { say "the virtual display did not start"; exit 1; }
-    export DISPLAY=:$(tr -d '\n' <"$number_file")
+    DISPLAY=:$(tr -d '\n' <"$number_file")
+    export DISPLAY
     # Software rendering, whatever the machine has: the display is not on any graphics card.
     export LIBGL_ALWAYS_SOFTWARE=1
 }

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034  # the lists are for those who source this
 # Sourced by commands, after report.sh: which packages they need, and how a Debian machine gets them.
 
 packages_windows_build="g++-mingw-w64-x86-64-posix cmake ninja-build"
@@ -10,6 +11,8 @@ packages_sound="pulseaudio pulseaudio-utils"
 packages_tests="googletest python3"
 packages_windows_tests="$packages_wine $packages_display $packages_tests"
 packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools libegl-dev libgl1-mesa-dri python3-jsonschema"
+packages_style="clang-format clang-tidy shellcheck pyflakes3 pycodestyle git python3-numpy"
+packages_tidy="clang-tidy git googletest libbenchmark-dev libmpfr-dev libpng-dev g++-mingw-w64-x86-64-posix python3"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
 
 # Each: the name in Debian 12 and 13, what shows that it is there (a command, a file, or - for what cannot be seen), and
@@ -41,6 +44,11 @@ libpng-dev                  /usr/include/png.h            pictures that textures
 librsvg2-bin                rsvg-convert                  draws SVG
 khronos-api                 /usr/share/khronos-api        registry of OpenGL, held against our loader
 glslang-tools               glslangValidator              a second opinion on the shaders
+clang-format                clang-format                  layout of the sources, held by version 14
+clang-tidy                  clang-tidy                    names and likely faults, held by version 14
+shellcheck                  shellcheck                    faults in shell scripts
+pyflakes3                   pyflakes3                     faults in Python scripts
+pycodestyle                 pycodestyle                   layout of Python scripts
 python3                     python3                       checks and asset tools
 python3-jsonschema          -                             a second opinion on the schemas of the data files
 python3-numpy               -                             arithmetic of the music tools and of the sound check

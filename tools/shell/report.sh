@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by commands: what they tell. Somebody at a terminal also sees a line that moves; it goes to the standard error.
 
 command_name=$(basename "$0")

@@ -63,8 +63,8 @@ class Piece:
         last = min(len(self.energy) - 1, place + reach)
         if first > last:
             return 0, 0.0
-        products = numpy.correlate(self.samples[first : last + WINDOW], window, mode="valid")
-        scores = products / numpy.sqrt(self.energy[first : last + 1])
+        products = numpy.correlate(self.samples[first:last + WINDOW], window, mode="valid")
+        scores = products / numpy.sqrt(self.energy[first:last + 1])
         at = int(numpy.argmax(scores))
         return first + at, float(scores[at] / loudness(window))
 
@@ -103,7 +103,7 @@ class Stretch:
 def find_stretches(recording, pieces):
     stretches = []
     for at in range(0, len(recording) - WINDOW + 1, HOP):
-        window = recording[at : at + WINDOW]
+        window = recording[at:at + WINDOW]
         if numpy.sqrt(numpy.mean(window.astype(numpy.float64) ** 2)) < 4 * QUIET:
             continue
         # Mostly the music just goes on; only where it does not is it looked for everywhere.
@@ -169,7 +169,8 @@ def main():
         print(
             f"{stretch.start / RATE:7.2f} s to {stretch.end / RATE:7.2f} s: {stretch.piece.name},"
             f" piece begins at {offsets[0] / RATE:.4f} s, offset moves by {1000 * drift:.2f} ms,"
-            f" longest gap {1000 * gap:.2f} ms at {gap_at:.2f} s{'' if not fault else '  <-- fault'}{'' if judged else '  (not judged)'}"
+            f" longest gap {1000 * gap:.2f} ms at {gap_at:.2f} s"
+            f"{'' if not fault else '  <-- fault'}{'' if judged else '  (not judged)'}"
         )
         if fault:
             for (at, _), before, after in zip(stretch.matches[1:], offsets, offsets[1:]):
@@ -177,7 +178,8 @@ def main():
                     print(f"        at {at / RATE:.2f} s the offset jumps by {1000 * (after - before) / RATE:.2f} ms")
     for before, after in zip(stretches, stretches[1:]):
         if before.piece is after.piece and after.start / RATE >= arguments.ignore:
-            print(f"{before.piece.name} breaks off at {before.end / RATE:.2f} s and is back at {after.start / RATE:.2f} s")
+            print(f"{before.piece.name} breaks off at {before.end / RATE:.2f} s and is back at "
+                  f"{after.start / RATE:.2f} s")
             good = False
     heard = []
     for stretch in stretches:

@@ -29,7 +29,8 @@ def figures(score, path):
 
 def ebur128(path):
     """Integrated loudness and true peak as ffmpeg measures them on the decoded file."""
-    text = signals.run(["ffmpeg", "-nostats", "-i", path, "-af", "ebur128=peak=true", "-f", "null", "-"]).stderr.decode()
+    command = ["ffmpeg", "-nostats", "-i", path, "-af", "ebur128=peak=true", "-f", "null", "-"]
+    text = signals.run(command).stderr.decode()
     summary = text[text.rindex("Summary:"):]
     return (float(re.search(r"I:\s+(-?[\d.]+) LUFS", summary).group(1)),
             float(re.search(r"Peak:\s+(-?[\d.]+|-inf) dBFS", summary).group(1)))
@@ -49,7 +50,8 @@ def section_loudness(score, samples):
         start = score.seconds_of(score.beat_of_bar(section.first_bar))
         end = score.seconds_of(score.beat_of_bar(section.first_bar + section.bars))
         stretch = samples[int(start * RATE):int(end * RATE)]
-        result.append((section.name, start, signals.integrated_loudness(stretch) if len(stretch) > RATE // 2 else -70.0))
+        loudness = signals.integrated_loudness(stretch) if len(stretch) > RATE // 2 else -70.0
+        result.append((section.name, start, loudness))
     return result
 
 

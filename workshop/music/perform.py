@@ -129,7 +129,8 @@ def picked(note, start, end, velocity, chance, semiquaver):
         accent = 6 if index == 0 else (0 if index % 2 == 0 else -9)
         swell = 5 * index / count
         for key in note.keys:
-            strokes.append(Played(at, at + step * 0.98, key, soften(velocity + accent + swell - 4 + chance.gauss(0, 2))))
+            strokes.append(Played(at, at + step * 0.98, key,
+                                  soften(velocity + accent + swell - 4 + chance.gauss(0, 2))))
     return strokes
 
 

@@ -13,8 +13,9 @@ from harmony import BadScore, chord_of, pitch_of, place, tones_below, voicing
 LEVELS = {"pp": 42, "p": 55, "mp": 68, "mf": 82, "f": 97, "ff": 112}
 DRUMS = {
     "kick": 36, "rim": 37, "snare": 38, "clap": 39, "snare2": 40, "floor": 43, "hat": 42, "low": 45, "open": 46,
-    "mid": 47, "crash": 49, "high": 50, "pedal": 44, "ride": 51, "china": 52, "bell": 53, "tambourine": 54, "splash": 55,
-    "crash2": 57, "bongo": 60, "bongolow": 61, "shaker": 70, "maracas": 70, "triangle": 81, "woodblock": 76, "slap": 39,
+    "mid": 47, "crash": 49, "high": 50, "pedal": 44, "ride": 51, "china": 52, "bell": 53, "tambourine": 54,
+    "splash": 55, "crash2": 57, "bongo": 60, "bongolow": 61, "shaker": 70, "maracas": 70, "triangle": 81,
+    "woodblock": 76, "slap": 39,
 }
 STROKES = {"X": 116, "x": 92, "o": 70, "g": 44}
 MARKS = "~!'*/^v=_"
@@ -164,7 +165,6 @@ class Score:
                 self._read_bar(self.parts[name], bar, number, done)
             done["bars"] += 1
 
-
     def _level(self, state, beat):
         if state["ramp"]:
             start, end, low, high = state["ramp"]
@@ -259,7 +259,8 @@ class Score:
 
     def _add(self, part, keys, beat, length, marks, number, state):
         last = part.notes[-1] if part.notes else None
-        if last and "~" in last.marks and last.keys[:last.written] == keys and abs(last.start + last.length - beat) < 1e-6:
+        if (last and "~" in last.marks and last.keys[:last.written] == keys
+                and abs(last.start + last.length - beat) < 1e-6):
             last.length += length
             last.marks = last.marks.replace("~", "") + marks
             return

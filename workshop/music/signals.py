@@ -77,7 +77,8 @@ def room(seconds, brightness=5000.0, predelay=0.012, seed=3):
     spectrum = numpy.fft.rfft(noise, size)
     frequency = numpy.fft.rfftfreq(size, 1 / RATE)
     low = numpy.fft.irfft(spectrum / (1 + (frequency / (brightness * 0.4)) ** 2), size)[:length]
-    high = numpy.fft.irfft(spectrum * (frequency / (brightness * 0.4)) ** 2 / (1 + (frequency / (brightness * 0.4)) ** 2)
+    high = numpy.fft.irfft(spectrum * (frequency / (brightness * 0.4)) ** 2
+                           / (1 + (frequency / (brightness * 0.4)) ** 2)
                            / (1 + (frequency / (brightness * 1.8)) ** 4), size)[:length]
     tail = low * 10 ** (-3 * time / seconds) + high * 10 ** (-3 * time / (seconds * 0.55))
     tail *= numpy.minimum(1, time / 0.006)

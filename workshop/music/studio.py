@@ -34,8 +34,8 @@ def render_stem(score, name, folder):
             tracks += perform.perform_part(score, part)
     midi, wav = folder / f"{name}.mid", folder / f"{name}.wav"
     perform.write_midi(midi, tracks)
-    signals.run(["fluidsynth", "-n", "-i", "-q", "-R", "0", "-C", "0", "-g", "0.5", "-r", RATE, "-T", "wav", "-O", "float",
-                 "-F", wav, SOUND_FONT, midi])
+    signals.run(["fluidsynth", "-n", "-i", "-q", "-R", "0", "-C", "0", "-g", "0.5", "-r", RATE, "-T", "wav",
+                 "-O", "float", "-F", wav, SOUND_FONT, midi])
     samples = fit(signals.read_any(wav), frames_of(score))
     if "sox" in options:
         samples = fit(signals.sox(samples * 0.5, options["sox"]), frames_of(score))
