@@ -25,7 +25,8 @@ class HeadlessProgram(unittest.TestCase):
         self.folder.cleanup()
 
     def record(self, *options):
-        self.assertEqual(run("--iterations", "30", "--trace", "screen,draws", "--out", self.trace, *options).returncode, 0)
+        result = run("--iterations", "30", "--trace", "screen,draws", "--out", self.trace, *options)
+        self.assertEqual(result.returncode, 0)
 
     def test_is_content_with_the_trace_that_it_wrote_itself(self):
         self.record()

@@ -95,7 +95,8 @@ class Game:
             return self.window is not None
         self.wait(found, "the window")
         resize = os.path.join(PROGRAMS, "resize-window.exe")
-        resized = subprocess.run(["wine", resize, self.program, SMALL_WINDOW], capture_output=True, text=True, check=False)
+        resized = subprocess.run(["wine", resize, self.program, SMALL_WINDOW],
+                                 capture_output=True, text=True, check=False)
         if resized.returncode != 0:
             raise AssertionError(resized.stderr)
         xdotool("windowfocus", self.window)
