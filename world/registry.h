@@ -7,7 +7,7 @@
 namespace dunkman {
 
 class Object;
-struct JsonValue;
+class JsonValue;
 
 // Frees an object as the class that it is: the family has no virtual destructor. Null is accepted.
 void destroyObject(Object* object);
