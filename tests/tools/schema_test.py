@@ -52,8 +52,10 @@ SPOILED = [
 ]
 
 SOUND = [
-    ("recipes", {"a": {"_type": "Arena", "enemyVariant": 4, "size": [8, 1]}, "b": {"_type": "Weapon", "attackTimeout": 1}}),
-    ("scene", [{"recipe": "a", "tag": "t", "position": 3}, {"prefab": "p", "offset": 1.5, "overrides": {"t": {"tilt": 3}}}]),
+    ("recipes", {"a": {"_type": "Arena", "enemyVariant": 4, "size": [8, 1]}}),
+    ("recipes", {"a": {"_type": "Weapon", "attackTimeout": 1}}),
+    ("scene", [{"recipe": "a", "tag": "t", "position": 3}]),
+    ("scene", [{"prefab": "p", "offset": 1.5, "overrides": {"t": {"tilt": 3}}}]),
 ]
 
 
