@@ -3,6 +3,7 @@
 #include <cassert>
 #include <utility>
 
+#include "app/pace.h"
 #include "app/recording.h"
 #include "audio/sound.h"
 #include "base/arithmetic.h"
@@ -53,6 +54,7 @@ void runFrame() {
         if (inputMode == InputMode::Record) {
             saveRecording();
         }
+        endPace();
         platform::exitProcess(0);
     }
     if (frameObserver != nullptr) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "app/frame.h"
+#include "app/pace.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
@@ -48,11 +49,18 @@ public:
     PixelsDiscarded& operator=(const PixelsDiscarded&) = delete;
 };
 
-void runReplaySteps(double now) {
+// What a turn of the loop ran, and what it let fall because it was too late.
+struct Steps {
+    std::int64_t run = 0;
+    std::int64_t dropped = 0;
+};
+
+Steps runReplaySteps(double now) {
     frameDelta = fixedStep;
     const double due = now - previousTime + carriedRemainder;
-    for (std::int64_t done = 0; done < stepsDue(due); ++done) {
-        const bool isLast = done + 1 >= stepsDue(due);
+    Steps steps;
+    for (; steps.run < stepsDue(due); ++steps.run) {
+        const bool isLast = steps.run + 1 >= stepsDue(due);
         if (isLast) {
             runFrame();
         } else {
@@ -64,23 +72,24 @@ void runReplaySteps(double now) {
     // Not the time left over by the steps that ran: what is due beyond three steps is dropped on purpose.
     carriedRemainder = std::fmod(due, frameDelta);
     previousTime = now;
+    steps.dropped = static_cast<std::int64_t>(std::floor(due / frameDelta)) - steps.run;
+    return steps;
 }
 
-void runDueSteps(double now) {
+Steps runDueSteps(double now) {
     switch (inputMode) {
     case InputMode::Record:
         frameDelta = fixedStep;
         runFrame();
-        break;
+        return {.run = 1};
     case InputMode::Replay:
-        runReplaySteps(now);
-        break;
+        return runReplaySteps(now);
     case InputMode::Live:
     default:
         frameDelta = now - previousTime;
         runFrame();
         previousTime = now;
-        break;
+        return {.run = 1};
     }
 }
 
@@ -90,6 +99,7 @@ void startLoop() {
     startSample = platform::clockNanoseconds();
     previousTime = 0.0;
     carriedRemainder = 0.0;
+    startPace();
 }
 
 LoopEnd runIteration() {
@@ -99,10 +109,12 @@ LoopEnd runIteration() {
     platform::resetArithmetic();
     platform::drainMessages();
     followClientSize();
-    const double now = static_cast<double>(platform::clockNanoseconds() - startSample) / nanosecondsPerSecond;
+    const std::int64_t sample = platform::clockNanoseconds();
+    const double now = static_cast<double>(sample - startSample) / nanosecondsPerSecond;
     elapsedTime = now;
-    runDueSteps(now);
+    const Steps steps = runDueSteps(now);
     platform::swapBuffers();
+    notePace(sample, steps.run, steps.dropped);
     return platform::isWindowVisible() ? LoopEnd::GoOn : LoopEnd::Hidden;
 }
 
@@ -110,6 +122,7 @@ void resetMainLoop() {
     startSample = 0;
     previousTime = 0.0;
     carriedRemainder = 0.0;
+    resetPace();
 }
 
 } // namespace dunkman

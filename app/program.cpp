@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include "app/main_loop.h"
+#include "app/pace.h"
 #include "app/recording.h"
 #include "assets/catalog.h"
 #include "audio/sound.h"
@@ -69,6 +70,7 @@ void runProgram(InputMode mode) {
     if (platform::isWindowVisible()) {
         while (runIteration() == LoopEnd::GoOn) {
         }
+        endPace();
     }
     shutDown();
 }
