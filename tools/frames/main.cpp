@@ -7,9 +7,11 @@
 #include <ctime>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/frame.h"
@@ -17,6 +19,9 @@
 #include "app/program.h"
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/platform_sim.h"
+#include "render/binding_state.h"
+#include "render/renderer_objects.h"
+#include "render/shader_preprocessor.h"
 
 namespace {
 
@@ -28,7 +33,9 @@ constexpr const char* usage =
     "  --size WxH             size of the picture (1920x1080)\n"
     "  --screen NAME          the screen entered after start-up (Game)\n"
     "  --picture STEP:FILE    keeps that step as a picture (PPM); may be given more than once\n"
-    "  --measure STEP:FRAMES  times that many frames from that step on; may be given more than once\n"
+    "  --measure STEP:FRAMES  times that many frames from that step on, each followed by a floor: the next "
+    "frame with a\n"
+    "                         shader that only samples and cuts out; may be given more than once\n"
     "  --steps N              steps that a measured frame is late, 1 to 3 (3)\n"
     "Steps count from 0. What lies between is played, but not drawn.\n";
 
@@ -81,7 +88,7 @@ Options parse(int count, char** arguments) {
             options.pictures[numberOf(step)] = std::filesystem::absolute(file).string();
         } else if (option == "--measure") {
             const auto [step, frames] = halvesOf(value, ':');
-            options.measurements[numberOf(step)] = numberOf(frames);
+            options.measurements[numberOf(step)] = std::max<std::int64_t>(numberOf(frames), 1);
         } else if (option == "--steps") {
             options.steps = std::clamp<std::int64_t>(numberOf(value), 1, 3);
         } else {
@@ -130,28 +137,69 @@ void keepPicture(std::int64_t step, const std::string& path) {
     }
 }
 
-double millisecondsSince(std::chrono::steady_clock::time_point start) {
+// The least that a fragment of a sprite can ask for.
+constexpr const char* floorFragment = "#version 450\n"
+                                      "layout(binding = 0) uniform sampler2D uTexture;\n"
+                                      "in vec2 texturePoint;\n"
+                                      "layout(location = 0) out vec4 fragmentColour;\n"
+                                      "void main() {\n"
+                                      "    vec4 texel = texture(uTexture, texturePoint);\n"
+                                      "    if (texel.a < 0.5) {\n"
+                                      "        discard;\n"
+                                      "    }\n"
+                                      "    fragmentColour = texel;\n"
+                                      "}\n";
+
+std::unique_ptr<RendererObjects> makeFloorRenderer() {
+    ShaderSourceSet sources;
+    sources.vertex = preprocessShaderFile("drawable_basic.vert");
+    sources.fragment = floorFragment;
+    return std::make_unique<RendererObjects>(sources, ShaderSourceSet());
+}
+
+void swapRenderer(std::unique_ptr<RendererObjects>& other) {
+    std::swap(rendererObjects, other);
+    resetBindingState();
+}
+
+double timeOfFrame(std::int64_t steps) {
+    const auto start = std::chrono::steady_clock::now();
+    iterate(steps);
+    offscreen::finishDrawing();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-void measure(std::int64_t step, std::int64_t frames, std::int64_t steps) {
-    runUntil(step);
-    iterate(steps); // the first frame after a jump is not measured
-    offscreen::finishDrawing();
-    std::vector<double> times;
-    const std::clock_t workBefore = std::clock(); // of all threads
-    for (std::int64_t frame = 0; frame < frames; ++frame) {
-        const auto start = std::chrono::steady_clock::now();
-        iterate(steps);
-        offscreen::finishDrawing();
-        times.push_back(millisecondsSince(start));
-    }
-    const double work = static_cast<double>(std::clock() - workBefore) * 1000.0 / CLOCKS_PER_SEC;
+double medianOf(std::vector<double>& times) {
     std::sort(times.begin(), times.end());
-    std::printf("frames from=%lld count=%lld steps=%lld median=%.2f least=%.2f most=%.2f work=%.2f (ms a "
-                "frame; work: of all threads)\n",
+    return times.at(times.size() / 2);
+}
+
+void measure(std::int64_t step, std::int64_t frames, std::int64_t steps) {
+    static std::unique_ptr<RendererObjects> other = makeFloorRenderer();
+    runUntil(step);
+    std::vector<double> times;
+    std::vector<double> floors;
+    double work = 0.0; // of all threads
+    for (std::int64_t frame = -1; frame < frames; ++frame) {
+        const std::clock_t before = std::clock();
+        const double time = timeOfFrame(steps);
+        const std::clock_t after = std::clock();
+        swapRenderer(other);
+        const double floor = timeOfFrame(steps);
+        swapRenderer(other);
+        if (frame >= 0) { // the first after a jump does not count
+            times.push_back(time);
+            floors.push_back(floor);
+            work += static_cast<double>(after - before) * 1000.0 / CLOCKS_PER_SEC;
+        }
+    }
+    const double median = medianOf(times);
+    const double floor = medianOf(floors);
+    std::printf("frames from=%lld count=%lld steps=%lld median=%.2f least=%.2f most=%.2f work=%.2f "
+                "floor=%.2f ratio=%.2f\n",
                 static_cast<long long>(step), static_cast<long long>(frames), static_cast<long long>(steps),
-                times[times.size() / 2], times.front(), times.back(), work / static_cast<double>(frames));
+                median, times.front(), times.back(), work / static_cast<double>(frames), floor,
+                median / floor);
     std::fflush(stdout);
 }
 
