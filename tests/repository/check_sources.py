@@ -10,7 +10,7 @@ from floors import FOLDERS, cmake_lists, folder_of, include_faults, includes, li
 SYSTEM_HEADERS = re.compile(
     r'#include <(windows|windowsx|winuser|mmdeviceapi|audioclient|avrt|mf\w+|objbase|wrl\S*|GL/\S+|unistd|sys/\S+)'
     r'(\.h)?>', re.I)
-PROGRAMS_AROUND = ["tools", "workshop", "bench", "tests"]  # not the game itself
+PROGRAMS_AROUND = ["tools", "workshop", "benchmarks", "tests"]  # not the game itself
 LONGEST_FILE = 450  # lines; a longer one has more than one subject
 
 

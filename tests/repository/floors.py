@@ -15,7 +15,7 @@ FLOORS = [
     ["app"],
     ["tools"],
     ["workshop"],
-    ["bench", "tests"],
+    ["benchmarks", "tests"],
 ]
 LEVEL = {folder: level for level, floor in enumerate(FLOORS) for folder in floor}
 FOLDERS = [folder for floor in FLOORS for folder in floor]

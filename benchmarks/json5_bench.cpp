@@ -1,5 +1,5 @@
-#include "bench/json5_peers.h"
-#include "bench/json5_texts.h"
+#include "benchmarks/json5_peers.h"
+#include "benchmarks/json5_texts.h"
 #include "json5/canonical.h"
 
 #include <benchmark/benchmark.h>
