@@ -10,13 +10,13 @@ void setViewProjection(const Matrix4& matrix) {
     rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
 }
 
-void setScreenProjection() {
+void setScreenProjection(double lowered) {
     const float scaleX = 1.0f / static_cast<float>(halfViewWidth);
     const float scaleY = 1.0f / (static_cast<float>(viewWidth / aspectRatio) * 0.5f);
-    setViewProjection({scaleX, 0.0f, 0.0f, 0.0f,  //
-                       0.0f, scaleY, 0.0f, 0.0f,  //
-                       0.0f, 0.0f, -1.0f, 0.0f,   //
-                       0.0f, 0.0f, -0.0f, 1.0f}); //
+    setViewProjection({scaleX, 0.0f, 0.0f, 0.0f, //
+                       0.0f, scaleY, 0.0f, 0.0f, //
+                       0.0f, 0.0f, -1.0f, 0.0f,  //
+                       0.0f, scaleY * static_cast<float>(lowered), -0.0f, 1.0f});
 }
 
 } // namespace dunkman

@@ -10,7 +10,8 @@ using Matrix4 = std::array<float, 16>;
 // Stores uViewProjection in the basic material.
 void setViewProjection(const Matrix4& matrix);
 
-// Sets uViewProjection to the interface view: viewWidth wide, viewWidth / aspectRatio high, centred on the origin.
-void setScreenProjection();
+// Sets uViewProjection to the interface view: viewWidth wide, viewWidth / aspectRatio high, its centre
+// `lowered` units below the origin.
+void setScreenProjection(double lowered = 0.0);
 
 } // namespace dunkman

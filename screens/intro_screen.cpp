@@ -3,7 +3,10 @@
 #include "audio/music_selection.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
+#include "render/scissor.h"
+#include "render/view.h"
 #include "screens/layout.h"
+#include "screens/story_view.h"
 
 namespace dunkman {
 
@@ -11,9 +14,6 @@ namespace {
 
 constexpr double charactersPerSecond = 8.0;
 constexpr double storyEnd = 46.0; // seconds
-constexpr double letterHeight = 0.25;
-constexpr double firstLineY = -3.0;
-constexpr double lineSpacing = 0.6;
 
 } // namespace
 
@@ -32,16 +32,28 @@ void IntroScreen::update() {
     }
 }
 
+void IntroScreen::drawStory() const {
+    int row = 0;
+    for (const StoryLine& line : storyLines) {
+        if (line.start <= storyTime) {
+            drawCentredText(line.text.substr(0, typedCharacters(line, storyTime)), storyLetterHeight,
+                            {0.0, storyLineCentre(row)});
+        }
+        ++row;
+    }
+}
+
 void IntroScreen::render() {
     drawMenuBackground();
     drawMenuDecoration(decoration);
-    double row = 0.0;
-    for (const StoryLine& line : storyLines) {
-        if (line.start <= storyTime) {
-            drawCentredText(line.text.substr(0, typedCharacters(line, storyTime)), letterHeight,
-                            {0.0, firstLineY - row * lineSpacing});
-        }
-        row += 1.0;
+    const StoryView view = storyViewAt(storyTime);
+    if (view.lowered > 0.0) {
+        const ScissorBelow scissor(view.cutAt);
+        setScreenProjection(view.lowered);
+        drawStory();
+        setScreenProjection();
+    } else {
+        drawStory();
     }
     if (storyTime > storyEnd) {
         switchTo(ScreenId::Menu);

@@ -38,6 +38,9 @@ public:
 
     MenuDecoration decoration;
     double storyTime = 0.0; // seconds; never reset, so a second visit goes on where the first ended
+
+private:
+    void drawStory() const;
 };
 
 } // namespace dunkman

@@ -16,7 +16,7 @@ import xml.etree.ElementTree as ElementTree
 # In the system's OpenGL library since version 1.1.
 SYSTEM_FUNCTIONS = """
 glBlendFunc glClear glClearColor glCullFace glDeleteTextures glDepthFunc glDepthMask glDisable glDrawArrays
-glDrawElements glEnable glViewport
+glDrawElements glEnable glScissor glViewport
 """.split()
 
 # Answered by the driver, by name.
@@ -35,7 +35,7 @@ glDrawElementsInstanced
 CONSTANTS = """
 GL_FALSE GL_TRUE GL_ONE GL_SRC_ALPHA GL_ONE_MINUS_SRC_ALPHA
 GL_COLOR_BUFFER_BIT GL_DEPTH_BUFFER_BIT GL_DEPTH_TEST GL_CULL_FACE GL_BLEND GL_LESS GL_ALWAYS GL_BACK
-GL_RASTERIZER_DISCARD
+GL_RASTERIZER_DISCARD GL_SCISSOR_TEST
 GL_TRIANGLE_STRIP GL_TRIANGLES GL_UNSIGNED_BYTE GL_UNSIGNED_SHORT GL_UNSIGNED_INT
 GL_INT GL_FLOAT GL_FLOAT_VEC2 GL_FLOAT_VEC3 GL_FLOAT_VEC4 GL_FLOAT_MAT4
 GL_VERTEX_SHADER GL_GEOMETRY_SHADER GL_TESS_CONTROL_SHADER GL_TESS_EVALUATION_SHADER GL_FRAGMENT_SHADER

@@ -66,10 +66,10 @@ TEST_F(GlLoader, AsksTheDriverInRegistryOrder) {
 
 TEST_F(GlLoader, TakesTheFunctionsOfVersionOneFromTheSystemLibrary) {
     loadGlFunctions(fakeSystemLibrary, fakeDriver);
-    EXPECT_THAT(systemNames,
-                testing::UnorderedElementsAre("glBlendFunc", "glClear", "glClearColor", "glCullFace",
-                                              "glDeleteTextures", "glDepthFunc", "glDepthMask", "glDisable",
-                                              "glDrawArrays", "glDrawElements", "glEnable", "glViewport"));
+    EXPECT_THAT(systemNames, testing::UnorderedElementsAre(
+                                 "glBlendFunc", "glClear", "glClearColor", "glCullFace", "glDeleteTextures",
+                                 "glDepthFunc", "glDepthMask", "glDisable", "glDrawArrays", "glDrawElements",
+                                 "glEnable", "glScissor", "glViewport"));
 }
 
 TEST_F(GlLoader, StoresTheAnswers) {
