@@ -11,6 +11,7 @@
 #include "render/gl.h"
 #include "render/renderer.h"
 #include "render/sprite.h"
+#include "render/view.h"
 
 // What the shipped shaders make of a sprite, drawn by a real OpenGL in software.
 namespace dunkman {
