@@ -1,0 +1,102 @@
+#!/usr/bin/env python3
+"""Holds the Windows programs, as files, against docs/windows.md: what they import, what they export, what they say of
+themselves.
+
+    program_files_test.py FOLDER OBJDUMP DOCUMENT      FOLDER holds the three programs
+"""
+
+import os
+import re
+import subprocess
+import sys
+import unittest
+
+FOLDER, OBJDUMP, DOCUMENT = (sys.argv.pop(1) for _ in range(3))
+PROGRAMS = ("dunkman.exe", "dunkman-live.exe", "dunkman-record.exe")
+RUNTIME = ("kernel32.dll", "msvcrt.dll", "ucrtbase.dll")  # the compiler's own library calls most of what stands here
+RUNTIME_SET = re.compile(r"api-ms-win-crt-[\w-]+\.dll")
+
+
+def is_runtime(library):
+    return library in RUNTIME or RUNTIME_SET.fullmatch(library) is not None
+
+
+class ProgramFile:
+    def __init__(self, name):
+        path = os.path.join(FOLDER, name)
+        headers = subprocess.run([OBJDUMP, "-p", path], capture_output=True, text=True, check=True).stdout
+        imports, _, exports = headers.partition("The Export Tables")
+        self.imports = {}
+        for block in imports.split("DLL Name: ")[1:]:
+            library = block.split()[0].lower()
+            self.imports[library] = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w+)\s*$", block, re.M))
+        self.exports = set(re.findall(r"^\s+\[\s*\d+\]\s+(?:\+base\[\s*\d+\]\s+[0-9a-f]+\s+)?([A-Za-z]\w+)\s*$", exports, re.M))
+        self.stack = int(re.search(r"SizeOfStackReserve\s+([0-9a-f]+)", headers).group(1), 16)
+        with open(path, "rb") as file:
+            self.bytes = file.read()
+
+
+def documented():
+    """The functions that the document names, by library: `### user32.dll`, then rows that begin with names in backquotes."""
+    with open(DOCUMENT, encoding="utf-8") as file:
+        text = file.read()
+    libraries = {}
+    for library, section in re.findall(r"^### ([\w.-]+\.dll)[^\n]*\n(.*?)(?=^##|\Z)", text, re.M | re.S):
+        rows = re.findall(r"^\| ([^|]*) \|", section, re.M)
+        libraries[library.lower()] = {name for row in rows for name in re.findall(r"`(\w+)`", row)}
+    return libraries
+
+
+class ProgramFiles(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.programs = {name: ProgramFile(name) for name in PROGRAMS}
+
+    def each(self):
+        for name, program in self.programs.items():
+            with self.subTest(name):
+                yield program
+
+    def test_every_function_of_windows_that_is_imported_is_in_the_document(self):
+        known = documented()
+        for program in self.each():
+            for library, functions in program.imports.items():
+                if not is_runtime(library):
+                    self.assertEqual(sorted(functions - known.get(library, set())), [], library)
+
+    def test_the_document_lists_no_import_that_is_gone(self):
+        for program in self.each():
+            for library, functions in documented().items():
+                if not is_runtime(library):
+                    self.assertEqual(sorted(functions - program.imports.get(library, set())), [], library)
+
+    def test_what_the_document_names_of_the_kernel_is_imported(self):
+        for program in self.each():
+            self.assertEqual(sorted(documented()["kernel32.dll"] - program.imports["kernel32.dll"]), [])
+
+    def test_libraries_that_an_edition_of_windows_lacks_are_not_imported(self):
+        for program in self.each():
+            self.assertNotIn("mfplat.dll", program.imports)
+            self.assertNotIn("mfreadwrite.dll", program.imports)
+
+    def test_no_library_is_imported_that_a_player_would_have_to_install(self):
+        own = {"avrt.dll", "gdi32.dll", "imm32.dll", "ole32.dll", "opengl32.dll", "user32.dll"}
+        for program in self.each():
+            self.assertEqual({library for library in program.imports if not is_runtime(library)}, own)
+
+    def test_the_two_words_for_the_stronger_graphics_chip_are_exported_and_nothing_else(self):
+        for program in self.each():
+            self.assertEqual(program.exports, {"NvOptimusEnablement", "AmdPowerXpressRequestHighPerformance"})
+
+    def test_the_manifest_is_inside(self):
+        for program in self.each():
+            for word in (b"PerMonitorV2", b"longPathAware", b"UTF-8", b"{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"):
+                self.assertIn(word, program.bytes)
+
+    def test_the_stack_has_two_megabytes(self):
+        for program in self.each():
+            self.assertEqual(program.stack, 2 * 1024 * 1024)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
