@@ -1,5 +1,7 @@
 #include "audio/music_track.h"
 
+#include <algorithm>
+
 #include "audio/music_selection.h"
 
 namespace dunkman {
@@ -8,16 +10,20 @@ MusicSelection musicSelection = MusicSelection::None;
 MusicTrack gameTrack;
 MusicTrack introTrack;
 
-std::uint64_t MusicTrack::positionAfter(std::uint64_t frames) const {
-    const std::uint64_t count = frameCount();
-    const std::uint64_t target = position + frames;
+std::uint64_t MusicTrack::positionAfter(std::int64_t frames) const {
+    const auto count = static_cast<std::int64_t>(frameCount());
+    const auto from = static_cast<std::int64_t>(position);
     if (loop) {
-        return count == 0 ? 0 : target % count;
+        const std::int64_t target = count == 0 ? 0 : (from % count + frames % count) % count;
+        return static_cast<std::uint64_t>(target < 0 ? target + count : target);
     }
-    return target >= count ? count : target;
+    if (from >= count) {
+        return frameCount(); // nothing is left, however far back
+    }
+    return static_cast<std::uint64_t>(std::clamp(from + frames, std::int64_t{0}, count));
 }
 
-void MusicTrack::advance(std::uint64_t frames) { position = positionAfter(frames); }
+void MusicTrack::advance(std::uint32_t frames) { position = positionAfter(frames); }
 
 MusicTrack* selectedTrack() {
     switch (musicSelection) {

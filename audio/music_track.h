@@ -15,10 +15,10 @@ struct MusicTrack {
 
     // Moves the position by `frames` that the listener has heard, or would have heard had the device had
     // them. A looping track wraps (and stays at 0 if it has no samples), any other stays at its end.
-    void advance(std::uint64_t frames);
+    void advance(std::uint32_t frames);
 
     // The sample that is due `frames` after `position`, by the same rules; frameCount() at the end.
-    std::uint64_t positionAfter(std::uint64_t frames) const;
+    std::uint64_t positionAfter(std::int64_t frames) const;
 };
 
 // The two pieces. Main thread only: the audio thread sees the ring and nothing else.

@@ -57,13 +57,18 @@ void AudioRing::feed(MusicTrack* track) {
     const std::uint32_t frames = std::min((memory.size() - kept) / bytesPerFrame, framesAhead);
     std::byte* const stretch = at(mixPosition);
     std::memset(stretch, 0, std::size_t{frames} * bytesPerFrame);
+    if (track != mixedTrack) {
+        mixedTrack = track;
+        leadFrames = framesKeptAhead;
+    }
     if (track != nullptr) {
         track->advance(consumed);
-        // The track's position is the sample that the device takes next. What is kept comes before the
-        // stretch mixed here, so mixing goes on that much further; at the position itself, every change in
-        // the kept length (an underrun, a feed in the middle of a copy) would be heard as a repeat or a jump.
+        // A piece starts at its position, behind what was kept of something else when it was selected: its
+        // position leads what is heard by that much. Mixing goes on behind what is kept now, which is as long as
+        // a rule; at the position itself, every change in the kept length (an underrun, a feed in the middle of a
+        // copy) would be heard as a repeat or a jump.
         mixTrackFrom(reinterpret_cast<float*>(stretch), frames, 1.0f, *track,
-                     track->positionAfter(framesKeptAhead));
+                     track->positionAfter(std::int64_t{framesKeptAhead} - std::int64_t{leadFrames}));
     }
     writePosition.fetch_add(frames * bytesPerFrame, std::memory_order_release);
 }

@@ -61,6 +61,10 @@ public:
     std::byte* at(std::uint32_t position) const { return memory.data() + (position & (memory.size() - 1)); }
 
 private:
+    // Main thread only.
+    const MusicTrack* mixedTrack = nullptr; // in the last feed
+    std::uint32_t leadFrames = 0;           // kept ahead when that track was selected
+
     MirroredMemory memory;
     SlimLock lock; // guards the next four, and the two positions where a decision rests on both
 

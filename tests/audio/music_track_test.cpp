@@ -49,6 +49,7 @@ TEST(MusicTrack, StaysAtZeroWithoutSamples) {
 TEST(MusicTrack, SaysWhatIsDueWithoutMoving) {
     const MusicTrack track = trackOfLength(100, 90, true);
     EXPECT_EQ(track.positionAfter(25), 15u);
+    EXPECT_EQ(track.positionAfter(-25), 65u);
     EXPECT_EQ(track.position, 90u);
 }
 

@@ -98,6 +98,38 @@ TEST_F(Ring, ZeroesAndAdvancesWithNothingSelected) {
     EXPECT_EQ(track.position, 0u); // only the track that plays moves
 }
 
+// Feeds of silence first, so that a device buffer of it is kept when the piece is selected.
+TEST_F(Ring, StartsAPieceWithTheSampleAtItsPositionBehindKeptSilence) {
+    prepare();
+    MusicTrack looping = numberedTrack(20000, true);
+    looping.position = looping.frameCount();
+    for (int step = 0; step < 5; ++step) {
+        ring.feed(nullptr);
+        drain(800);
+    }
+    ring.feed(nullptr);
+    ring.feed(&looping); // nothing was heard since the last feed
+    EXPECT_EQ(drain(1440), std::vector<std::int32_t>(1440, 0));
+    std::int32_t next = 1;
+    for (int step = 0; step < 10; ++step) { // and then without a jump, the kept length being what it may
+        ring.feed(&looping);
+        const std::uint32_t frames = 300u + 200u * static_cast<std::uint32_t>(step % 3);
+        EXPECT_EQ(drain(frames), numbers(next, frames)) << step;
+        next += static_cast<std::int32_t>(frames);
+    }
+}
+
+TEST_F(Ring, StartsAPieceThatPlaysOnceWithItsFirstSample) {
+    prepare();
+    MusicTrack once = numberedTrack(20000);
+    ring.feed(nullptr);
+    ring.feed(&once);
+    EXPECT_EQ(drain(1440), std::vector<std::int32_t>(1440, 0));
+    EXPECT_EQ(drain(1000), numbers(1, 1000));
+    ring.feed(&once);
+    EXPECT_EQ(drain(1000), numbers(1001, 1000));
+}
+
 TEST_F(Ring, KeepsOneDeviceBufferAndMixesTheRestAnew) {
     prepare();
     MusicTrack track = numberedTrack(20000);
