@@ -197,7 +197,7 @@ MusicTrack decodeMusic(const std::wstring& path) {
         return {};
     }
     const Mp3Fault fault = examineMp3(*file);
-    if (fault != Mp3Fault::None) {
+    if (fault == Mp3Fault::Empty || fault == Mp3Fault::NotMp3) {
         debugText("audio: " + nameOf(path) + " " + describe(fault) + ": no music from it");
         return {};
     }
@@ -210,7 +210,11 @@ MusicTrack decodeMusic(const std::wstring& path) {
     MusicTrack track;
     track.samples = collector.take();
     track.position = track.frameCount();
-    if (decoded.failed()) {
+    if (fault == Mp3Fault::CutOff) {
+        const char* const consequence =
+            track.samples.empty() ? ": no music from it" : ": it plays as far as it goes";
+        debugText("audio: " + nameOf(path) + " " + describe(fault) + consequence);
+    } else if (decoded.failed()) {
         const std::string consequence = track.samples.empty() ? "no music from " : "not all music from ";
         debugText(describe(decoded, (consequence + nameOf(path)).c_str()));
     }

@@ -9,7 +9,7 @@ enum class Mp3Fault {
     None,
     Empty,
     NotMp3, // no run of MPEG layer III frames in it
-    CutOff, // ends inside a frame, or holds fewer frames than its own header says
+    CutOff, // ends inside a frame, or holds fewer frames in one run than its own header says
 };
 
 // Looks through the bytes of a whole file without decoding it. Decoders play what they can of a damaged file,
