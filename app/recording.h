@@ -6,7 +6,8 @@
 
 #include "base/key_states.h"
 
-// A game as the list of its key changes per step. Applies only while the game screen is current. Main thread only.
+// A game as the list of its key changes per step, for windows of the proportions it was recorded in: what is on screen
+// decides where zombies come from. Applies only while the game screen is current. Main thread only.
 namespace dunkman {
 
 struct InputRecord {

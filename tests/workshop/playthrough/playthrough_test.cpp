@@ -78,10 +78,24 @@ TEST_F(Playthrough, ReplayEqualsTheRecordedGameUpToTheStepOfDeath) {
     EXPECT_EQ(firstDifference(recorded, replayed), -1);
 }
 
-TEST_F(Playthrough, GoesTheSameInEveryShapeOfWindow) {
-    for (const platform::ClientSize window : {platform::ClientSize{1600, 1200}, {1920, 1200}, {3440, 1440}}) {
-        EXPECT_EQ(firstDifference(steps(), play(KeySource::KeyScript, window)), -1)
-            << window.width << " x " << window.height;
+// A zombie may come in at the edge of what is on screen, so a recording belongs to a shape of window. This one is
+// made to go the same in all that people have.
+TEST_F(Playthrough, ReplaysTheSameFromFourToThreeToTwentyOneToNine) {
+    std::vector<StepNote> recorded = steps();
+    recorded.pop_back();
+    for (const platform::ClientSize window : {platform::ClientSize{1600, 1200},
+                                              {1024, 768},
+                                              {1500, 1000},
+                                              {1920, 1200},
+                                              {1366, 768},
+                                              {1280, 720},
+                                              {2160, 1080},
+                                              {2560, 1080},
+                                              {2520, 1080},
+                                              {3440, 1440}}) {
+        const std::vector<StepNote> replayed = play(KeySource::Recording, window);
+        EXPECT_EQ(replayed.size(), recorded.size()) << window.width << " x " << window.height;
+        EXPECT_EQ(firstDifference(recorded, replayed), -1) << window.width << " x " << window.height;
     }
 }
 
