@@ -61,7 +61,7 @@ TEST_F(PicturesOfTheMenu, OfTheDecorationBobAlongTheirTilt) {
     EXPECT_THAT(item.posCosSin[1], DoubleNear(2.0 + std::sqrt(0.75) * bob, floatPrecision));
 }
 
-TEST(MenuDecorationTable, HoldsTheFivePicturesAtTheirPlaces) {
+TEST(MenuDecorationTable, FruitDrinkAndBirdBobWhileTwoPalmsOnlySway) {
     const MenuDecoration decoration;
     EXPECT_EQ(decoration.logoPosition, (Vec2{-0.5, 1.0}));
     const auto row = [&](std::size_t index) {

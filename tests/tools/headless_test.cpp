@@ -27,7 +27,7 @@ std::string scriptFault(const std::string& text) {
     return "no fault";
 }
 
-TEST(HeadlessOptions, HaveTheirDefaults) {
+TEST(HeadlessOptions, NoneAreTenSecondsOfTheShowFromItsFirstScreenAtFullSize) {
     const headless::Options options = optionsOf({});
     EXPECT_EQ(options.dataFolder, "data");
     EXPECT_EQ(options.mode, InputMode::Replay);

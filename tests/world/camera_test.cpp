@@ -12,11 +12,12 @@ namespace {
 
 class CameraTest : public WorldFixture {};
 
-TEST_F(CameraTest, HasTheDefaultsOfItsTable) {
+TEST_F(CameraTest, LooksTwoUnitsAboveWhereItStands) {
     const Camera camera;
-    EXPECT_EQ(camera.target, nullptr);
-    EXPECT_EQ(camera.offset, (Vec2{0.0, 2.0}));
-    EXPECT_EQ(camera.getType(), ObjectType::Camera);
+    const Rect view = viewRectangle(camera);
+    EXPECT_DOUBLE_EQ((view.minX + view.maxX) / 2, camera.position.x);
+    EXPECT_DOUBLE_EQ((view.minY + view.maxY) / 2, camera.position.y + 2.0);
+    EXPECT_EQ(camera.target, nullptr); // the hero leads
 }
 
 TEST_F(CameraTest, ReadsAndWritesItsOffset) {

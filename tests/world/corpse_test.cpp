@@ -1,4 +1,5 @@
 #include <array>
+#include <string>
 
 #include "base/frame_state.h"
 #include "render/image_table.h"
@@ -13,19 +14,25 @@ namespace {
 
 class CorpseTest : public WorldFixture {};
 
-TEST_F(CorpseTest, HasTheDefaultsOfItsTable) {
+TEST_F(CorpseTest, BeginsTwoUnitsTallOnItsFeetWithTheFirstOfFourPicturesOfItsOwn) {
     const ZombieDead corpse;
-    EXPECT_EQ(corpse.frameRate, 3.0);
-    EXPECT_EQ(corpse.frameTime, 0.0);
-    EXPECT_EQ(corpse.frames[0].name, imageTable.at("zombieDeath0").name);
-    EXPECT_EQ(corpse.frames[1].name, imageTable.at("zombieDeath1").name);
-    EXPECT_EQ(corpse.frames[2].name, imageTable.at("zombieDeath2").name);
-    EXPECT_EQ(corpse.frames[3].name, imageTable.at("zombieDeath3").name);
+    for (const int picture : {0, 1, 2, 3}) {
+        EXPECT_EQ(corpse.frames[static_cast<std::size_t>(picture)].name,
+                  imageTable.at("zombieDeath" + std::to_string(picture)).name);
+    }
+    EXPECT_EQ(corpse.texture.name, corpse.frames[0].name);
     EXPECT_EQ(corpse.pivot, (Vec2{0.5, 0.0}));
     EXPECT_EQ(corpse.size, (Vec2{1.2, 2.0}));
-    EXPECT_EQ(corpse.texture.name, corpse.frames[0].name);
-    EXPECT_EQ(corpse.zOffset, 0.0);
-    EXPECT_EQ(corpse.getType(), ObjectType::ZombieDead);
+}
+
+TEST_F(CorpseTest, ChangesItsPictureThreeTimesASecond) {
+    auto& corpse = add<ZombieDead>();
+    for (const std::size_t picture : {0u, 1u, 2u, 3u}) {
+        EXPECT_EQ(corpse.texture.name, corpse.frames[picture].name);
+        step(picture == 0
+                 ? 21
+                 : 20); // a third of a second; the first one a step more, so as not to lie on the edge
+    }
 }
 
 TEST_F(CorpseTest, AZombieWithHealthNoughtIsAlive) {

@@ -13,14 +13,11 @@ namespace {
 
 class DecorationTest : public WorldFixture {};
 
-TEST_F(DecorationTest, ASignHasTheDefaultsOfItsTable) {
-    const ResortSign sign;
-    EXPECT_EQ(sign.clock, 0.0);
-    EXPECT_EQ(sign.fromTilt, 0.0);
-    EXPECT_EQ(sign.toTilt, 15.0);
-    EXPECT_EQ(sign.startTime, 0.8);
-    EXPECT_EQ(sign.endTime, 0.9);
-    EXPECT_EQ(sign.getType(), ObjectType::ResortSign);
+TEST_F(DecorationTest, ASignBeginsUprightAndAtItsOwnBeginning) {
+    auto& sign = add<ResortSign>();
+    step();
+    EXPECT_EQ(sign.tilt, 0.0);
+    EXPECT_EQ(sign.clock, sixtieth);
 }
 
 struct SignCase {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+
 #include "base/fatal.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
@@ -16,26 +18,23 @@ protected:
     Drawable drawable;
 };
 
-TEST_F(DrawableTest, HasTheDefaultsOfItsTable) {
+TEST_F(DrawableTest, WithAnImageAloneItIsDrawnAsTheImageIs) {
+    drawable.useImage("box");
+    drawable.draw();
+    ASSERT_EQ(drawnSprites.size(), 1u);
+    const DrawnSprite& sprite = drawnSprites[0];
+    EXPECT_FALSE(sprite.mirrorX);
+    EXPECT_EQ(sprite.mode, SpriteMode::World);
+    EXPECT_THAT((std::array{sprite.gamma, sprite.gain, sprite.saturation}), testing::Each(1.0));
+    EXPECT_THAT((std::array{sprite.tintR, sprite.tintG, sprite.tintB}), testing::Each(1.0));
+    EXPECT_EQ(sprite.pivot, (Vec2{0.5, 0.5}));
+    EXPECT_EQ(sprite.angle, 0.0);
+    EXPECT_EQ(sprite.zOffset, 0.0);
+}
+
+TEST_F(DrawableTest, HasNoTextureUntilItIsGivenAnImage) {
     EXPECT_EQ(drawable.texture.name, 0u);
-    EXPECT_EQ(drawable.texture.internalFormat, 0x8229u);
-    EXPECT_EQ(drawable.texture.width, 0u);
-    EXPECT_EQ(drawable.texture.height, 0u);
-    EXPECT_EQ(drawable.texture.levels, 1);
-    EXPECT_FALSE(drawable.mirrorX);
-    EXPECT_FALSE(drawable.isFlat);
-    EXPECT_FALSE(drawable.isUI);
-    EXPECT_EQ(drawable.gamma, 1.0);
-    EXPECT_EQ(drawable.gain, 1.0);
-    EXPECT_EQ(drawable.saturation, 1.0);
-    EXPECT_EQ(drawable.tintR, 1.0);
-    EXPECT_EQ(drawable.tintG, 1.0);
-    EXPECT_EQ(drawable.tintB, 1.0);
     EXPECT_EQ(drawable.imageKey, "");
-    EXPECT_EQ(drawable.pivot, (Vec2{0.5, 0.5}));
-    EXPECT_EQ(drawable.zOffset, 0.0);
-    EXPECT_EQ(drawable.tilt, 0.0);
-    EXPECT_EQ(drawable.getType(), ObjectType::Drawable);
 }
 
 TEST_F(DrawableTest, IsMirroredVerticallyFromTheStartAndSaysSoWhenSaved) {
@@ -45,7 +44,7 @@ TEST_F(DrawableTest, IsMirroredVerticallyFromTheStartAndSaysSoWhenSaved) {
     EXPECT_TRUE(saved.get("mirrorY").boolValue());
 }
 
-TEST_F(DrawableTest, ReadsEveryKeyOfItsTable) {
+TEST_F(DrawableTest, ReadsHowItIsDrawnFromAScene) {
     drawable.readProperties(
         json("{mirrorX: true, mirrorY: false, isFlat: true, isUI: true, gamma: 2, gain: 0.5,"
              " saturation: 0.25, tintR: 0.1, tintG: 0.2, tintB: 0.3, pivot: [0.5, 1],"

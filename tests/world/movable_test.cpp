@@ -13,13 +13,18 @@ protected:
     Movable movable;
 };
 
-TEST_F(MovableTest, HasTheDefaultsOfItsTable) {
-    EXPECT_FALSE(movable.autoMirror);
-    EXPECT_FALSE(movable.inverseMirror);
-    EXPECT_EQ(movable.friction, (Vec2{8.0, 8.0}));
-    EXPECT_EQ(movable.acceleration, (Vec2{20.0, 20.0}));
-    EXPECT_EQ(movable.velocity, (Vec2{0.0, 0.0}));
-    EXPECT_EQ(movable.getType(), ObjectType::Movable);
+TEST_F(MovableTest, ThrustAgainstFrictionComesToTwoAndAHalfUnitsASecondOnBothAxes) {
+    EXPECT_EQ(movable.acceleration.x / movable.friction.x, 2.5);
+    EXPECT_EQ(movable.acceleration.y / movable.friction.y, 2.5);
+}
+
+TEST_F(MovableTest, StaysWhereItIsPutFacingAsItIsPut) {
+    auto& fresh = add<Movable>({3.0, 1.0});
+    step(10);
+    EXPECT_EQ(fresh.position, (Vec2{3.0, 1.0}));
+    fresh.velocity.x = -1.0;
+    step();
+    EXPECT_FALSE(fresh.mirrorX);
 }
 
 TEST_F(MovableTest, MovesWithTheVelocityOfTheStartOfTheStep) {

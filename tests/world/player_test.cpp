@@ -18,18 +18,20 @@ protected:
     Player& player;
 };
 
-TEST_F(PlayerTest, HasTheDefaultsOfItsTable) {
+TEST_F(PlayerTest, BeginsWithFiveHeartsEmptyHandsAndFacingItsWay) {
     EXPECT_EQ(player.health, 5);
-    EXPECT_TRUE(player.autoMirror);
     EXPECT_EQ(player.heldWeapon, nullptr);
-    EXPECT_EQ(player.handX, 0.0);
-    EXPECT_EQ(player.handY, 0.0);
-    EXPECT_EQ(player.handAngle, 0.0);
-    EXPECT_EQ(player.strikeX, 0.0);
-    EXPECT_EQ(player.strikeY, 0.0);
-    EXPECT_EQ(player.acceleration, (Vec2{20.0, 20.0}));
-    EXPECT_EQ(player.invulnerableTimer.duration, 1.5);
-    EXPECT_EQ(player.getType(), ObjectType::Player);
+    EXPECT_TRUE(player.autoMirror);
+}
+
+TEST_F(PlayerTest, AHitProtectsForASecondAndAHalf) {
+    player.takeDamage(1);
+    step(89);
+    player.takeDamage(1);
+    EXPECT_EQ(player.health, 4);
+    step(2);
+    player.takeDamage(1);
+    EXPECT_EQ(player.health, 3);
 }
 
 TEST_F(PlayerTest, StartsUnarmedInTheProportionsOfThatPicture) {

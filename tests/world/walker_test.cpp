@@ -16,15 +16,29 @@ protected:
     Walker walker;
 };
 
-TEST_F(WalkerTest, HasTheDefaultsOfItsTable) {
-    EXPECT_EQ(walker.walkAnimation, 0.0);
-    EXPECT_EQ(walker.health, 2);
-    EXPECT_EQ(walker.invulnerableTimer.duration, 1.5);
-    EXPECT_FALSE(walker.invulnerableTimer.running);
-    EXPECT_EQ(walker.size, (Vec2{1.0, 2.0}));
-    EXPECT_EQ(walker.pivot, (Vec2{0.5, 0.0}));
-    EXPECT_FALSE(walker.autoMirror);
-    EXPECT_EQ(walker.getType(), ObjectType::Walker);
+TEST_F(WalkerTest, StandsOnItsFeetTwoUnitsTall) {
+    const Walker fresh;
+    EXPECT_EQ(fresh.pivot, (Vec2{0.5, 0.0}));
+    EXPECT_EQ(fresh.size, (Vec2{1.0, 2.0}));
+    EXPECT_EQ(fresh.getType(), ObjectType::Walker);
+}
+
+TEST_F(WalkerTest, TwoHitsTakeItsHealthASecondAndAHalfApart) {
+    auto& fresh = add<Walker>();
+    fresh.takeDamage(1);
+    step(89);
+    fresh.takeDamage(1); // still protected
+    EXPECT_EQ(fresh.health, 1);
+    step(2);
+    fresh.takeDamage(1);
+    EXPECT_EQ(fresh.health, 0);
+}
+
+TEST_F(WalkerTest, FacesAsItWasPlacedWhereverItWalks) {
+    auto& fresh = add<Walker>();
+    fresh.velocity.x = -1.0;
+    step();
+    EXPECT_FALSE(fresh.mirrorX);
 }
 
 TEST_F(WalkerTest, ReadsItsKeys) {

@@ -18,22 +18,25 @@ protected:
     Weapon weapon;
 };
 
-TEST_F(WeaponTest, HasTheDefaultsOfItsTable) {
-    EXPECT_EQ(weapon.attackTimeout.duration, 0.4);
-    EXPECT_FALSE(weapon.attackTimeout.running);
-    EXPECT_EQ(weapon.attackTimeout.elapsed, 0.0);
-    EXPECT_EQ(weapon.timeoutAnimationPercentage, 0.5);
-    EXPECT_EQ(weapon.attackArc, (Vec2{15.0, 45.0}));
-    EXPECT_EQ(weapon.handPivot, (Vec2{0.5, 0.0}));
-    EXPECT_EQ(weapon.animationAngle, 0.0);
-    EXPECT_EQ(weapon.collisionPivot, (Vec2{0.5, 1.0}));
-    EXPECT_EQ(weapon.collisionRadius, 0.1);
+TEST_F(WeaponTest, NeverWearsOutAndTakesOneHealthWithEachStrike) {
+    EXPECT_LT(weapon.durability, 0);
     EXPECT_EQ(weapon.damage, 1);
-    EXPECT_EQ(weapon.durability, -1);
-    EXPECT_EQ(weapon.getType(), ObjectType::Weapon);
 }
 
-TEST_F(WeaponTest, ReadsEveryKeyOfItsTable) {
+TEST_F(WeaponTest, IsHeldByItsFootAndStrikesWithItsHead) {
+    EXPECT_EQ(weapon.handPivot, (Vec2{0.5, 0.0}));
+    EXPECT_EQ(weapon.collisionPivot, (Vec2{0.5, 1.0}));
+    EXPECT_EQ(weapon.collisionRadius, 0.1);
+}
+
+TEST_F(WeaponTest, SwingsForwardAndFurtherBackInHalfOfItsPause) {
+    EXPECT_EQ(weapon.attackArc, (Vec2{15.0, 45.0}));
+    EXPECT_EQ(weapon.timeoutAnimationPercentage, 0.5);
+    EXPECT_EQ(weapon.attackTimeout.duration, 0.4);
+    EXPECT_FALSE(weapon.attackTimeout.running); // ready at once
+}
+
+TEST_F(WeaponTest, ReadsHowItStrikesFromAScene) {
     weapon.attackTimeout = {0.4, true, 0.2};
     weapon.readProperties(
         json("{attackTimeout: 2, timeoutAnimationPercentage: 0.25, attackArc: [1, 2],"

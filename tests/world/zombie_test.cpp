@@ -20,20 +20,28 @@ protected:
     Zombie& zombie;
 };
 
-TEST_F(ZombieTest, HasTheDefaultsOfItsTable) {
-    EXPECT_EQ(zombie.attackRateTimer.duration, 3.0);
-    EXPECT_FALSE(zombie.attackRateTimer.running);
-    EXPECT_EQ(zombie.searchRadius, 6.0);
-    EXPECT_FALSE(zombie.attackArmed);
-    EXPECT_EQ(zombie.attackDelay, 0.3);
-    EXPECT_TRUE(zombie.autoMirror);
-    EXPECT_EQ(zombie.acceleration, (Vec2{10.0, 10.0}));
-    EXPECT_EQ(zombie.invulnerableTimer.duration, 0.5);
-    EXPECT_EQ(zombie.health, 2);
+TEST_F(ZombieTest, WalksWithHalfTheThrustOfTheHero) {
+    EXPECT_EQ(zombie.acceleration, (Vec2{player.acceleration.x / 2, player.acceleration.y / 2}));
+    EXPECT_EQ(zombie.friction, player.friction);
+}
+
+TEST_F(ZombieTest, StandsTwoUnitsTallInTheProportionsOfItsPicture) {
     EXPECT_EQ(zombie.texture.name, imageTable.at("zombie").name);
     EXPECT_EQ(zombie.size, (Vec2{1.2, 2.0}));
-    EXPECT_EQ(zombie.getType(), ObjectType::Zombie);
 }
+
+TEST_F(ZombieTest, IsProtectedForHalfASecondAfterAHitAndHasTwoToLose) {
+    player.position.x = 50.0;
+    zombie.takeDamage(1);
+    step(29);
+    zombie.takeDamage(1); // still protected
+    EXPECT_EQ(zombie.health, 1);
+    step(2);
+    zombie.takeDamage(1);
+    EXPECT_EQ(zombie.health, 0);
+}
+
+TEST_F(ZombieTest, FacesTheWayItWalksOfItself) { EXPECT_TRUE(zombie.autoMirror); }
 
 TEST_F(ZombieTest, ReadsItsKeys) {
     zombie.attackRateTimer = {3.0, true, 1.0};
