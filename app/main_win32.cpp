@@ -12,10 +12,12 @@
 #endif
 
 // Drivers of laptops with two graphics chips look for these two words in the program and take the stronger chip.
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 extern __declspec(dllexport) const DWORD NvOptimusEnablement = 1;
 extern __declspec(dllexport) const int AmdPowerXpressRequestHighPerformance = 1;
 }
+// NOLINTEND(readability-identifier-naming)
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     dunkman::platform::useRealPixels();

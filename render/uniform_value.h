@@ -53,7 +53,8 @@ private:
         std::memcpy(payload.data(), &value, sizeof(Value));
     }
 
-    std::array<float, 16> payload{}; // room for the largest type, a 4 x 4 matrix; copied in and out byte by byte
+    // Room for the largest type, a 4 x 4 matrix; copied in and out byte by byte.
+    std::array<float, 16> payload{};
     std::uint32_t valueType = 0;
 };
 
