@@ -30,14 +30,16 @@ class ProgramFile:
         for block in imports.split("DLL Name: ")[1:]:
             library = block.split()[0].lower()
             self.imports[library] = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w+)\s*$", block, re.M))
-        self.exports = set(re.findall(r"^\s+\[\s*\d+\]\s+(?:\+base\[\s*\d+\]\s+[0-9a-f]+\s+)?([A-Za-z]\w+)\s*$", exports, re.M))
+        number = r"\[\s*\d+\]"
+        self.exports = set(re.findall(
+            rf"^\s+{number}\s+(?:\+base{number}\s+[0-9a-f]+\s+)?([A-Za-z]\w+)\s*$", exports, re.M))
         self.stack = int(re.search(r"SizeOfStackReserve\s+([0-9a-f]+)", headers).group(1), 16)
         with open(path, "rb") as file:
             self.bytes = file.read()
 
 
 def documented():
-    """The functions that the document names, by library: `### user32.dll`, then rows that begin with names in backquotes."""
+    """The functions that the document names, by library: `### user32.dll`, then rows that begin with names."""
     with open(DOCUMENT, encoding="utf-8") as file:
         text = file.read()
     libraries = {}

@@ -2,8 +2,8 @@
 // one sees what is about to be shown, and paints over the back buffer after each swap, as a driver may that flips.
 //   show-probe.exe live|replay ITERATIONS_PER_SECOND [measure]
 // Prints "steps N swaps N idle N unpainted N" each second: idle are swaps without a step since the last one, unpainted
-// those that showed the paint. With "measure" also "frame N copy N": milliseconds of drawing a frame, and of copying it to
-// the window once more.
+// those that showed the paint. With "measure" also "frame N copy N": milliseconds of drawing a frame, and of copying it
+// to the window once more.
 
 #include <windows.h>
 
