@@ -24,7 +24,12 @@ start_wine() {
 # start_display: a virtual display of 1920 by 1080.
 start_display() {
     local number_file=$desktop_folder/display
-    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp +extension GLX 3>"$number_file" >/dev/null 2>&1 &
+    # A number that no display of this machine listens at, those outside of a chroot included: programs would find them.
+    local number=$((100 + RANDOM % 900))
+    while grep -q "X11-unix/X$number$" /proc/net/unix; do
+        number=$((number + 1))
+    done
+    Xvfb ":$number" -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp +extension GLX 3>"$number_file" >/dev/null 2>&1 &
     desktop_processes+=($!)
     local tries
     for ((tries = 0; tries < 100; tries++)); do
