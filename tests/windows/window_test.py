@@ -70,6 +70,7 @@ class Program:
 
     def window(self):
         ids = []
+
         def found():
             ids[:] = xdotool("search", "--onlyvisible", "--class", self.name).split()
             return ids
