@@ -54,9 +54,15 @@ void Canvas::resize(const ClientSize& size) {
 }
 
 void Canvas::present() const {
-    if (picture.framebuffer != 0) {
-        copy(picture, 0, picture.size);
+    if (picture.framebuffer == 0) {
+        return;
     }
+    // With the window as the target of drawing and a viewport set for it: some drivers look only then whether the window
+    // has another size by now, and go on showing the old picture otherwise.
+    gl.bindFramebuffer(framebufferTarget, 0);
+    glViewport(0, 0, widthOf(picture.size), heightOf(picture.size));
+    copy(picture, 0, picture.size);
+    gl.bindFramebuffer(framebufferTarget, picture.framebuffer);
 }
 
 Canvas::Picture Canvas::makePicture(const ClientSize& size) const {

@@ -18,6 +18,8 @@ struct Driver {
     std::map<GLuint, ClientSize> sizes;     // of renderbuffers
     std::map<GLuint, std::map<GLenum, GLuint>> attached;
     GLuint bound = 0;
+    ClientSize
+        windowSize; // as the driver last looked: when a viewport is set while drawing goes to the window
     GLuint lastName = 0;
     std::string missing;
 
@@ -61,6 +63,12 @@ void blit(GLuint from, GLuint to, GLint, GLint, GLint fromWidth, GLint fromHeigh
     driver.pictures[to] = driver.pictures[from] + (isStretched ? ", stretched" : "");
 }
 
+void viewport(GLint, GLint, GLsizei width, GLsizei height) {
+    if (driver.bound == 0) {
+        driver.windowSize = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
+    }
+}
+
 void clear(GLbitfield) { driver.draw("clear"); }
 
 template <typename Function> GlFunction address(Function* function) {
@@ -86,6 +94,7 @@ protected:
     CanvasTest() {
         driver = Driver();
         glClear = clear;
+        glViewport = viewport;
     }
     ~CanvasTest() override { resetGlFunctions(); }
 
@@ -97,6 +106,15 @@ protected:
 
     Canvas canvas;
 };
+
+TEST_F(CanvasTest, LetsTheDriverSeeTheSizeOfTheWindowBeforeItIsCopiedTo) {
+    canvas.load(ask, ask);
+    canvas.resize({960, 540});
+    canvas.present();
+    EXPECT_EQ(driver.windowSize.width, 960u);
+    EXPECT_EQ(driver.windowSize.height, 540u);
+    EXPECT_NE(driver.bound, 0u); // what is drawn next goes to the picture again
+}
 
 TEST_F(CanvasTest, ShowsWhatWasDrawn) {
     canvas.load(ask, ask);
@@ -132,6 +150,7 @@ TEST_F(CanvasTest, KeepsTheLastPictureWhenTheWindowChangesItsSize) {
     canvas.load(ask, ask);
     canvas.resize({1920, 1080});
     driver.draw("step 1");
+    canvas.load(ask, ask);
     canvas.resize({960, 540});
     EXPECT_EQ(show(), "step 1, stretched");
 }
@@ -139,6 +158,7 @@ TEST_F(CanvasTest, KeepsTheLastPictureWhenTheWindowChangesItsSize) {
 TEST_F(CanvasTest, FreesThePictureOfTheOldSize) {
     canvas.load(ask, ask);
     canvas.resize({1920, 1080});
+    canvas.load(ask, ask);
     canvas.resize({960, 540});
     EXPECT_EQ(driver.sizes.size(), 2u); // colour and depth
     for (const auto& [name, size] : driver.sizes) {
