@@ -8,7 +8,7 @@
 #include "audio/sound.h"
 #include "base/arithmetic.h"
 #include "base/frame_state.h"
-#include "base/key_states.h"
+#include "base/key_states_writer.h"
 #include "platform/platform.h"
 #include "render/gl.h"
 #include "screens/screen.h"
@@ -26,9 +26,9 @@ void pollKeys(KeyChanges* recorder) {
 }
 
 void applyInput(bool inGame) {
-    if (inGame && inputMode == InputMode::Replay) {
+    if (inGame && frameState.inputMode == InputMode::Replay) {
         replayStep();
-    } else if (inGame && inputMode == InputMode::Record) {
+    } else if (inGame && frameState.inputMode == InputMode::Record) {
         KeyChanges changes;
         pollKeys(&changes);
         recordStep(std::move(changes));
@@ -41,17 +41,17 @@ void applyInput(bool inGame) {
 
 void runFrame() {
     assert(hasDefaultArithmetic());
-    const bool inGame = currentScreen == screenTable[ScreenId::Game];
+    const bool inGame = isCurrent(ScreenId::Game);
     applyInput(inGame);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 
-    GameScreenBase* screen = currentScreen;
+    GameScreenBase* screen = screenState.currentScreen;
     if (frameObserver != nullptr) {
         frameObserver->inputApplied();
     }
     screen->update();
-    if (currentScreen == nullptr) {
-        if (inputMode == InputMode::Record) {
+    if (screenState.currentScreen == nullptr) {
+        if (frameState.inputMode == InputMode::Record) {
             saveRecording();
         }
         endPace();

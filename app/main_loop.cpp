@@ -6,7 +6,7 @@
 
 #include "app/frame.h"
 #include "app/pace.h"
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
 #include "render/gl.h"
@@ -19,25 +19,32 @@ constexpr double fixedStep = 1.0 / 60.0;     // seconds
 constexpr double maxStepsPerIteration = 3.0; // Replay slows down rather than spiral
 constexpr double nanosecondsPerSecond = 1.0e9;
 
-std::int64_t startSample = 0;  // nanoseconds
-double previousTime = 0.0;     // seconds since the start sample
-double carriedRemainder = 0.0; // seconds that Replay has not yet simulated
+struct LoopClock {
+    std::int64_t startSample = 0;  // nanoseconds
+    double previousTime = 0.0;     // seconds since the start sample
+    double carriedRemainder = 0.0; // seconds that Replay has not yet simulated
+};
+
+LoopClock loopClock;
 
 void followClientSize() {
     const platform::ClientSize size = platform::clientSize();
     if (size.width == 0 || size.height == 0) {
         return; // minimised: 0 / 0 as aspect ratio would reach the arenas through the view rectangle
     }
-    if (size.width != clientWidth || size.height != clientHeight) {
-        clientWidth = size.width;
-        clientHeight = size.height;
-        aspectRatio = static_cast<double>(clientWidth) / static_cast<double>(clientHeight);
-        glViewport(0, 0, static_cast<GLsizei>(clientWidth), static_cast<GLsizei>(clientHeight));
+    if (size.width != frameState.clientWidth || size.height != frameState.clientHeight) {
+        writable::frameState.clientWidth = size.width;
+        writable::frameState.clientHeight = size.height;
+        writable::frameState.aspectRatio =
+            static_cast<double>(frameState.clientWidth) / static_cast<double>(frameState.clientHeight);
+        glViewport(0, 0, static_cast<GLsizei>(frameState.clientWidth),
+                   static_cast<GLsizei>(frameState.clientHeight));
     }
 }
 
 std::int64_t stepsDue(double seconds) {
-    return static_cast<std::int64_t>(std::min(std::floor(seconds / frameDelta), maxStepsPerIteration));
+    return static_cast<std::int64_t>(
+        std::min(std::floor(seconds / frameState.frameDelta), maxStepsPerIteration));
 }
 
 // While it lives, clearing and drawing leave no pixels behind; every other effect of a call stays.
@@ -56,8 +63,8 @@ struct Steps {
 };
 
 Steps runReplaySteps(double now) {
-    frameDelta = fixedStep;
-    const double due = now - previousTime + carriedRemainder;
+    writable::frameState.frameDelta = fixedStep;
+    const double due = now - loopClock.previousTime + loopClock.carriedRemainder;
     Steps steps;
     for (; steps.run < stepsDue(due); ++steps.run) {
         const bool isLast = steps.run + 1 >= stepsDue(due);
@@ -70,25 +77,25 @@ Steps runReplaySteps(double now) {
         }
     }
     // Not the time left over by the steps that ran: what is due beyond three steps is dropped on purpose.
-    carriedRemainder = std::fmod(due, frameDelta);
-    previousTime = now;
-    steps.dropped = static_cast<std::int64_t>(std::floor(due / frameDelta)) - steps.run;
+    loopClock.carriedRemainder = std::fmod(due, frameState.frameDelta);
+    loopClock.previousTime = now;
+    steps.dropped = static_cast<std::int64_t>(std::floor(due / frameState.frameDelta)) - steps.run;
     return steps;
 }
 
 Steps runDueSteps(double now) {
-    switch (inputMode) {
+    switch (frameState.inputMode) {
     case InputMode::Record:
-        frameDelta = fixedStep;
+        writable::frameState.frameDelta = fixedStep;
         runFrame();
         return {.run = 1};
     case InputMode::Replay:
         return runReplaySteps(now);
     case InputMode::Live:
     default:
-        frameDelta = now - previousTime;
+        writable::frameState.frameDelta = now - loopClock.previousTime;
         runFrame();
-        previousTime = now;
+        loopClock.previousTime = now;
         return {.run = 1};
     }
 }
@@ -96,9 +103,7 @@ Steps runDueSteps(double now) {
 } // namespace
 
 void startLoop() {
-    startSample = platform::clockNanoseconds();
-    previousTime = 0.0;
-    carriedRemainder = 0.0;
+    loopClock = {.startSample = platform::clockNanoseconds()};
     startPace();
 }
 
@@ -110,8 +115,8 @@ LoopEnd runIteration() {
     platform::drainMessages();
     followClientSize();
     const std::int64_t sample = platform::clockNanoseconds();
-    const double now = static_cast<double>(sample - startSample) / nanosecondsPerSecond;
-    elapsedTime = now;
+    const double now = static_cast<double>(sample - loopClock.startSample) / nanosecondsPerSecond;
+    writable::frameState.elapsedTime = now;
     const Steps steps = runDueSteps(now);
     platform::swapBuffers();
     notePace(sample, steps.run, steps.dropped);
@@ -119,9 +124,7 @@ LoopEnd runIteration() {
 }
 
 void resetMainLoop() {
-    startSample = 0;
-    previousTime = 0.0;
-    carriedRemainder = 0.0;
+    loopClock = {};
     resetPace();
 }
 

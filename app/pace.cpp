@@ -66,8 +66,8 @@ void tell() {
 
 void beginStretch(std::int64_t now, std::int64_t from) {
     stretch = Stretch();
-    stretch.screen = currentScreen;
-    stretch.name = screenName(currentScreen);
+    stretch.screen = screenState.currentScreen;
+    stretch.name = screenName(screenState.currentScreen);
     stretch.began = stretch.ended = now;
     stretch.from = from;
 }
@@ -86,7 +86,7 @@ void notePace(std::int64_t began, std::int64_t steps, std::int64_t dropped) {
         stretch.dropped += dropped;
         ++stretch.frames;
     }
-    const bool isSameScreen = stretch.screen == currentScreen;
+    const bool isSameScreen = stretch.screen == screenState.currentScreen;
     if (!isSameScreen || stretch.steps >= stepsPerLine) {
         tell();
         beginStretch(stretch.ended, isSameScreen ? stretch.from + stretch.steps : 0);

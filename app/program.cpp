@@ -3,8 +3,9 @@
 #include "app/main_loop.h"
 #include "app/pace.h"
 #include "app/recording.h"
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "audio/sound.h"
+#include "base/frame_state_writer.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
 #include "render/gl.h"
@@ -33,7 +34,7 @@ void showDarkness() {
 
 void startUp(InputMode mode, ScreenId firstScreen) {
     dropOldKeyPresses();
-    inputMode = mode;
+    writable::frameState.inputMode = mode;
     loadRecording();
 
     platform::switchDisplayMode();
@@ -46,7 +47,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
     platform::resetArithmetic(); // the driver's libraries are in the process now
 
     createRenderer();
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     warmUpDriver();
     glClearColor(0.1f, 0.2f, 0.3f, 1.0f);
 
@@ -60,7 +61,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
 
 void shutDown() {
     releaseRenderer();
-    assetCatalog.releaseAll();
+    writable::assetCatalog.releaseAll();
     stopAudio();
     platform::restoreDesktop();
 }

@@ -7,8 +7,10 @@
 #include <system_error>
 #include <utility>
 
+#include "app/recording_writer.h"
 #include "base/fatal.h"
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "json5/reader.h"
 #include "json5/value.h"
 #include "json5/writer.h"
@@ -16,9 +18,8 @@
 
 namespace dunkman {
 
-std::vector<InputRecord> recording;
-std::uint64_t gameStep = 0;
-std::size_t replayIndex = 0;
+RecordedGame writable::recording;
+constinit const RecordedGame& recording = writable::recording;
 
 namespace {
 
@@ -48,7 +49,7 @@ JsonValue writeChanges(const KeyChanges& changes) {
 
 JsonValue writeRecords() {
     JsonValue list = JsonValue::makeArray();
-    for (const InputRecord& record : recording) {
+    for (const InputRecord& record : recording.records) {
         JsonValue entry = JsonValue::makeObject();
         entry.member("frame") = JsonValue::makeInteger(static_cast<std::int64_t>(record.frame));
         entry.member("newKeyStates") = writeChanges(record.newKeyStates);
@@ -60,8 +61,8 @@ JsonValue writeRecords() {
 } // namespace
 
 void loadRecording() {
-    recording.clear();
-    if (inputMode == InputMode::Record) {
+    writable::recording.records.clear();
+    if (frameState.inputMode == InputMode::Record) {
         return;
     }
     const JsonValue file = parseFile(recordingPath);
@@ -70,31 +71,32 @@ void loadRecording() {
         InputRecord record;
         record.frame = static_cast<std::uint64_t>(element.get("frame").asInteger());
         record.newKeyStates = readChanges(element.get("newKeyStates"));
-        recording.push_back(std::move(record));
+        writable::recording.records.push_back(std::move(record));
     }
 }
 
 void recordStep(KeyChanges changes) {
-    const std::uint64_t frame = gameStep;
-    gameStep += 1;
+    const std::uint64_t frame = recording.gameStep;
+    writable::recording.gameStep += 1;
     if (!changes.empty()) {
-        recording.push_back({frame, std::move(changes)});
+        writable::recording.records.push_back({frame, std::move(changes)});
     }
 }
 
 void replayStep() {
-    const std::uint64_t step = gameStep;
-    gameStep += 1;
-    if (replayIndex < recording.size() && recording[replayIndex].frame == step) {
-        for (const KeyChange& change : recording[replayIndex].newKeyStates) {
+    const std::uint64_t step = recording.gameStep;
+    writable::recording.gameStep += 1;
+    if (recording.replayIndex < recording.records.size() &&
+        recording.records[recording.replayIndex].frame == step) {
+        for (const KeyChange& change : recording.records[recording.replayIndex].newKeyStates) {
             keyState(change.virtualKey) = change.state;
         }
-        replayIndex += 1;
+        writable::recording.replayIndex += 1;
     }
-    if (replayIndex == recording.size()) {
-        inputMode = InputMode::Live;
-        gameStep = 0;
-        replayIndex = 0;
+    if (recording.replayIndex == recording.records.size()) {
+        writable::frameState.inputMode = InputMode::Live;
+        writable::recording.gameStep = 0;
+        writable::recording.replayIndex = 0;
         switchTo(ScreenId::GameOver);
         clearKeyStates();
     }
@@ -118,12 +120,6 @@ void saveRecording() {
         fatal("The recording is in recording.json5.new, but recording.json5 cannot be replaced: " +
               error.message() + ". Close programs that hold the file and rename the new one by hand.");
     }
-}
-
-void resetRecording() {
-    recording.clear();
-    gameStep = 0;
-    replayIndex = 0;
 }
 
 } // namespace dunkman

@@ -15,9 +15,13 @@ struct InputRecord {
     KeyChanges newKeyStates; // the keys that changed in that step; their order means nothing to a replay
 };
 
-extern std::vector<InputRecord> recording; // in ascending frame order
-extern std::uint64_t gameStep;             // game steps seen so far in this recording or replay
-extern std::size_t replayIndex;            // the next record to apply
+struct RecordedGame {
+    std::vector<InputRecord> records; // in ascending frame order
+    std::uint64_t gameStep = 0;       // game steps seen so far in this recording or replay
+    std::size_t replayIndex = 0;      // the next record to apply
+};
+
+extern const RecordedGame& recording;
 
 // Reads "recording.json5", except in Record mode, which starts with an empty recording. Runs before anything else.
 void loadRecording();
@@ -32,7 +36,5 @@ void replayStep();
 // Writes "recording.json5": a new file first, then in place of the old one. Stops the game with a message when the
 // file cannot be written.
 void saveRecording();
-
-void resetRecording();
 
 } // namespace dunkman

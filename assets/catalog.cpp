@@ -1,7 +1,8 @@
 #include "assets/catalog.h"
 
+#include "assets/catalog_writer.h"
 #include "json5/reader.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 
 #include <string_view>
 
@@ -13,14 +14,15 @@ constexpr std::string_view glyphFolder = "AssetsCompressed/Font/";
 
 } // namespace
 
-AssetCatalog assetCatalog;
+AssetCatalog writable::assetCatalog;
+constinit const AssetCatalog& assetCatalog = writable::assetCatalog;
 
 void AssetCatalog::loadAll() {
     const JsonValue images = parseFile("images_compressed.json5");
     for (const JsonMember& image : images.asObject()) {
         const std::string key(image.key());
         const Texture2D texture(std::string(image.value.asString()));
-        if (imageTable.insert_or_assign(key, texture).second) {
+        if (writable::pictures.imageTable.insert_or_assign(key, texture).second) {
             imageKeys.push_back(key);
         }
     }
@@ -31,7 +33,7 @@ void AssetCatalog::loadAll() {
     prefabs = prefabFile.asObject();
 
     std::string path = std::string(glyphFolder) + "A.dds";
-    for (Texture2D& glyph : glyphTable) {
+    for (Texture2D& glyph : writable::pictures.glyphTable) {
         glyph = Texture2D(path);
         ++path[glyphFolder.size()];
     }
@@ -39,19 +41,13 @@ void AssetCatalog::loadAll() {
 
 void AssetCatalog::releaseAll() {
     for (const std::string& key : imageKeys) {
-        imageTable.at(key).release();
+        writable::pictures.imageTable.at(key).release();
     }
-    for (Texture2D& glyph : glyphTable) {
+    for (Texture2D& glyph : writable::pictures.glyphTable) {
         glyph.release();
     }
-    reset();
-}
-
-void AssetCatalog::reset() {
-    resetImageTable();
-    imageKeys.clear();
-    recipes.clear();
-    prefabs.clear();
+    writable::pictures = {};
+    *this = {};
 }
 
 } // namespace dunkman

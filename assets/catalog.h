@@ -23,13 +23,10 @@ public:
     // everything. Needs the OpenGL context.
     void releaseAll();
 
-    // Forgets everything, the image and glyph tables included, without touching OpenGL.
-    void reset();
-
 private:
     std::vector<std::string> imageKeys; // in the order of loading
 };
 
-extern AssetCatalog assetCatalog;
+extern const AssetCatalog& assetCatalog;
 
 } // namespace dunkman

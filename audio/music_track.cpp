@@ -2,13 +2,7 @@
 
 #include <algorithm>
 
-#include "audio/music_selection.h"
-
 namespace dunkman {
-
-MusicSelection musicSelection = MusicSelection::None;
-MusicTrack gameTrack;
-MusicTrack introTrack;
 
 std::uint64_t MusicTrack::positionAfter(std::int64_t frames) const {
     const auto count = static_cast<std::int64_t>(frameCount());
@@ -24,17 +18,5 @@ std::uint64_t MusicTrack::positionAfter(std::int64_t frames) const {
 }
 
 void MusicTrack::advance(std::uint32_t frames) { position = positionAfter(frames); }
-
-MusicTrack* selectedTrack() {
-    switch (musicSelection) {
-    case MusicSelection::Intro:
-        return &introTrack;
-    case MusicSelection::Game:
-        return &gameTrack;
-    case MusicSelection::None:
-        break;
-    }
-    return nullptr;
-}
 
 } // namespace dunkman

@@ -21,11 +21,4 @@ struct MusicTrack {
     std::uint64_t positionAfter(std::int64_t frames) const;
 };
 
-// The two pieces. Main thread only: the audio thread sees the ring and nothing else.
-extern MusicTrack gameTrack;
-extern MusicTrack introTrack;
-
-// The track that the selection names; null for silence.
-MusicTrack* selectedTrack();
-
 } // namespace dunkman

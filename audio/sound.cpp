@@ -2,18 +2,18 @@
 
 #include "audio/decode.h"
 #include "audio/fed_ring.h"
-#include "audio/music_selection.h"
 #include "audio/music_track.h"
+#include "audio/music_writer.h"
 
 namespace dunkman {
 
 AudioRing* fedRing = nullptr;
 
 void loadMusicTracks() {
-    gameTrack = decodeMusic(L"zombiegame.mp3");
-    gameTrack.loop = true;
-    introTrack = decodeMusic(L"intro.mp3");
-    introTrack.position = 0;
+    writable::music.gameTrack = decodeMusic(L"zombiegame.mp3");
+    writable::music.gameTrack.loop = true;
+    writable::music.introTrack = decodeMusic(L"intro.mp3");
+    writable::music.introTrack.position = 0;
 }
 
 void feedAudio() {
@@ -24,9 +24,7 @@ void feedAudio() {
 
 void resetAudio() {
     stopAudio();
-    gameTrack = {};
-    introTrack = {};
-    musicSelection = MusicSelection::None;
+    writable::music = {};
 }
 
 } // namespace dunkman

@@ -14,14 +14,15 @@ enum class InputMode : std::int32_t {
     Replay = 2, // recorded changes while the game screen shows, fixed steps with catch-up
 };
 
-extern double frameDelta;          // seconds: time step of the runFrame call in progress
-extern double elapsedTime;         // seconds since the loop's start sample, refreshed once per loop iteration
-extern double aspectRatio;         // client width / client height; 1.0 until the first iteration
-extern std::uint32_t clientWidth;  // pixels; 0 until the first iteration, so that it always sets the viewport
-extern std::uint32_t clientHeight; // pixels; as above
-extern InputMode inputMode;
+struct FrameState {
+    double frameDelta = 0.0;       // seconds: time step of the runFrame call in progress
+    double elapsedTime = 0.0;      // seconds since the loop's start sample, refreshed once per loop iteration
+    double aspectRatio = 1.0;      // client width / client height; 1.0 until the first iteration
+    std::uint32_t clientWidth = 0; // pixels; 0 until the first iteration, so that it always sets the viewport
+    std::uint32_t clientHeight = 0;          // pixels; as above
+    InputMode inputMode = InputMode::Replay; // the mode that ships
+};
 
-// Puts everything back to the state before start-up. inputMode becomes Replay, the mode that ships.
-void resetFrameState();
+extern const FrameState& frameState;
 
 } // namespace dunkman

@@ -1,11 +1,11 @@
-#include "base/key_states.h"
+#include "base/key_states_writer.h"
 
 namespace dunkman {
 
-namespace {
+KeyStateTable writable::keyStates;
+constinit const KeyStateTable& keyStates = writable::keyStates;
 
-// A tree, not a hash table: references into it survive insertions, and traces list keys in code order.
-std::map<std::int32_t, KeyState> keyStates;
+namespace {
 
 constexpr std::int32_t downBit = 1;
 constexpr std::int32_t changedBit = 2;
@@ -14,9 +14,7 @@ std::int32_t bits(KeyState state) { return static_cast<std::int32_t>(state); }
 
 } // namespace
 
-const std::map<std::int32_t, KeyState>& allKeyStates() { return keyStates; }
-
-KeyState& keyState(std::int32_t virtualKey) { return keyStates[virtualKey]; }
+KeyState& keyState(std::int32_t virtualKey) { return writable::keyStates[virtualKey]; }
 
 KeyState findKeyState(std::int32_t virtualKey) {
     const auto entry = keyStates.find(virtualKey);
@@ -45,17 +43,17 @@ void sampleKey(std::int32_t virtualKey, bool isDown, KeyChanges* recorder) {
 }
 
 void ageKeyStates() {
-    for (auto& entry : keyStates) {
+    for (auto& entry : writable::keyStates) {
         entry.second = static_cast<KeyState>(bits(entry.second) & downBit);
     }
 }
 
 void releaseAllKeys() {
-    for (auto& entry : keyStates) {
+    for (auto& entry : writable::keyStates) {
         entry.second = KeyState::Up;
     }
 }
 
-void clearKeyStates() { keyStates.clear(); }
+void clearKeyStates() { writable::keyStates = {}; }
 
 } // namespace dunkman

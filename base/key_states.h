@@ -43,33 +43,19 @@ struct KeyChange {
 // counts.
 using KeyChanges = std::vector<KeyChange>;
 
-// All entries so far, in ascending code order. An entry stays until clearKeyStates.
-const std::map<std::int32_t, KeyState>& allKeyStates();
+// All entries so far, in ascending code order. An entry stays until clearKeyStates. A tree, not a hash table:
+// references into it survive insertions.
+using KeyStateTable = std::map<std::int32_t, KeyState>;
+extern const KeyStateTable& keyStates;
 
-// The state of a key; a key without an entry gets one that reads Up. The reference stays valid until
-// clearKeyStates, also while other keys gain entries: callers use two in one expression.
-KeyState& keyState(std::int32_t virtualKey);
-
-// As keyState, but an absent key is not entered; it counts as Up.
+// The state of a key; a key without an entry counts as Up.
 KeyState findKeyState(std::int32_t virtualKey);
 
-// Whether either key is down now.
+// Whether either key is down now. Both have an entry from then on.
 bool eitherDown(std::int32_t firstKey, std::int32_t secondKey);
 
-// Whether the two states combined read Pressed. One key Held together with the other Released also reads so;
+// Whether the two states combined read Pressed. Both keys have an entry from then on. One key Held together with the other Released also reads so;
 // that is accepted and kept.
 bool eitherJustPressed(std::int32_t firstKey, std::int32_t secondKey);
-
-// Folds the result of sampling one key into its state. A change also goes to `recorder` unless that is null.
-void sampleKey(std::int32_t virtualKey, bool isDown, KeyChanges* recorder);
-
-// Pressed becomes Held, Released becomes Up. Runs once per step after rendering.
-void ageKeyStates();
-
-// Every entry becomes Up; none is removed. A key that is still down is then a fresh change to the next
-// sampling.
-void releaseAllKeys();
-
-void clearKeyStates();
 
 } // namespace dunkman

@@ -5,8 +5,8 @@
 
 #include "audio/fed_ring.h"
 #include "audio/mixer.h"
-#include "audio/music_selection.h"
 #include "audio/music_track.h"
+#include "audio/music_writer.h"
 #include "audio/resampler.h"
 #include "audio/sound.h"
 
@@ -72,8 +72,8 @@ BENCHMARK(MixTrackAcrossTheLoop);
 // One whole step: lock, clear, mix, advance; the device takes 800 frames in between.
 void FeedAudio(benchmark::State& state) {
     startAudio();
-    gameTrack = track(48000 * 60, 0);
-    musicSelection = MusicSelection::Game;
+    writable::music.gameTrack = track(48000 * 60, 0);
+    writable::music.musicSelection = MusicSelection::Game;
     for (auto _ : state) {
         feedAudio();
         fedRing->endDrain(fedRing->beginDrain(800));

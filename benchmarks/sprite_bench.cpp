@@ -4,7 +4,7 @@
 
 #include "platform/simulated/gl_sim.h"
 #include "render/gl.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "render/renderer.h"
 #include "render/sprite.h"
 #include "render/text.h"
@@ -23,7 +23,7 @@ void prepare() {
         createRenderer();
         std::filesystem::current_path(before);
         std::uint32_t width = 40;
-        for (Texture2D& glyph : glyphTable) {
+        for (Texture2D& glyph : writable::pictures.glyphTable) {
             glCreateTextures(GL_TEXTURE_2D, 1, &glyph.name);
             glyph.width = width++;
             glyph.height = 128;
@@ -47,7 +47,7 @@ void drawOne(const Texture2D& texture, double angle) {
 void spriteUpright(benchmark::State& state) {
     prepare();
     for (auto iteration : state) {
-        drawOne(glyphTable[0], 0.0);
+        drawOne(writable::pictures.glyphTable[0], 0.0);
     }
     state.SetItemsProcessed(state.iterations());
 }
@@ -58,7 +58,7 @@ void spriteTurning(benchmark::State& state) {
     prepare();
     double angle = 0.0;
     for (auto iteration : state) {
-        drawOne(glyphTable[0], angle);
+        drawOne(writable::pictures.glyphTable[0], angle);
         angle += 0.37;
     }
     state.SetItemsProcessed(state.iterations());

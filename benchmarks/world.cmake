@@ -1,3 +1,3 @@
 dunkman_benchmark(world_bench
     SOURCES world_bench.cpp
-    LINKS world simulated_machine)
+    LINKS app simulated_machine)

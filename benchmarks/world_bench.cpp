@@ -6,13 +6,12 @@
 #include <filesystem>
 #include <string>
 
-#include "assets/catalog.h"
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "app/reset.h"
+#include "assets/catalog_writer.h"
+#include "base/frame_state_writer.h"
 #include "json5/reader.h"
 #include "platform/simulated/gl_sim.h"
-#include "platform/simulated/platform_sim.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "render/renderer.h"
 #include "world/camera.h"
 #include "world/player.h"
@@ -32,7 +31,7 @@ constexpr std::int32_t plentyOfHealth = 1'000'000'000;
 void enterImages() {
     for (const char* key : {"player", "playerUnarmed", "zombie", "zombieDeath0", "zombieDeath1",
                             "zombieDeath2", "zombieDeath3", "flamingo", "pineapple"}) {
-        Texture2D& texture = imageTable[key];
+        Texture2D& texture = writable::pictures.imageTable[key];
         texture.name = 1;
         texture.width = 100;
         texture.height = 200;
@@ -40,14 +39,10 @@ void enterImages() {
 }
 
 void startEmpty() {
-    simulated::resetMachine();
-    resetWorld();
-    assetCatalog.reset();
-    clearKeyStates();
-    resetFrameState();
+    resetProgram();
     enterImages();
-    frameDelta = 1.0 / 60.0;
-    aspectRatio = 16.0 / 9.0;
+    writable::frameState.frameDelta = 1.0 / 60.0;
+    writable::frameState.aspectRatio = 16.0 / 9.0;
 }
 
 JsonValue valueOf(const std::string& text) {
@@ -99,26 +94,23 @@ void stepWorld(benchmark::State& state) {
         world.applyPending();
     }
     countPerObject(state, state.range(0) + 2);
-    resetWorld();
+    resetProgram();
 }
 
 // The drawing pass against an OpenGL that draws nothing.
 void drawWorld(benchmark::State& state) {
-    [[maybe_unused]] static const bool prepared = [] {
-        simulated::loadGlFunctions();
-        const std::filesystem::path before = std::filesystem::current_path();
-        std::filesystem::current_path(before / "data");
-        createRenderer();
-        std::filesystem::current_path(before);
-        return true;
-    }();
     fillBeach(state.range(0));
+    simulated::loadGlFunctions();
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(before / "data");
+    createRenderer();
+    std::filesystem::current_path(before);
     for (auto iteration : state) {
         static_cast<void>(iteration);
         world.drawAll();
     }
     countPerObject(state, state.range(0) + 1);
-    resetWorld();
+    resetProgram();
 }
 
 // A swing that reaches everybody: the widest walk that an attack makes.
@@ -130,7 +122,7 @@ void meleeAttack(benchmark::State& state) {
         weapon.attack({}, {0.0, 1.0}, false);
     }
     countPerObject(state, state.range(0));
-    resetWorld();
+    resetProgram();
 }
 
 void projectileStep(benchmark::State& state) {
@@ -143,7 +135,7 @@ void projectileStep(benchmark::State& state) {
         projectile.update();
     }
     countPerObject(state, state.range(0));
-    resetWorld();
+    resetProgram();
 }
 
 // Removes k of n objects, spread over the bucket. Only applyPending is timed.
@@ -165,26 +157,26 @@ void removeObjects(benchmark::State& state) {
         state.ResumeTiming();
         world.applyPending();
     }
-    resetWorld();
+    resetProgram();
 }
 
 // A scene of n objects, half of them out of prefabs of ten with offset and overrides; parsing is not
 // included.
 void loadSceneEntries(benchmark::State& state) {
     startEmpty();
-    assetCatalog.recipes =
+    writable::assetCatalog.recipes =
         valueOf("{zombie: {_type: 'Zombie', size: 2.0, health: 3, imageKey: 'zombie'}}").objectValue();
-    assetCatalog.prefabs = valueOf("{crowd: [" +
-                                   [] {
-                                       std::string entries;
-                                       for (int number = 0; number < 10; ++number) {
-                                           entries += "{recipe: 'zombie', tag: 'one', position: [" +
-                                                      std::to_string(number) + ", 0.5]},";
-                                       }
-                                       return entries;
-                                   }() +
-                                   "]}")
-                               .objectValue();
+    writable::assetCatalog.prefabs = valueOf("{crowd: [" +
+                                             [] {
+                                                 std::string entries;
+                                                 for (int number = 0; number < 10; ++number) {
+                                                     entries += "{recipe: 'zombie', tag: 'one', position: [" +
+                                                                std::to_string(number) + ", 0.5]},";
+                                                 }
+                                                 return entries;
+                                             }() +
+                                             "]}")
+                                         .objectValue();
     std::string text = "[";
     for (std::int64_t number = 0; number < state.range(0); number += 20) {
         text +=
@@ -203,7 +195,7 @@ void loadSceneEntries(benchmark::State& state) {
         world.clear();
     }
     countPerObject(state, state.range(0));
-    resetWorld();
+    resetProgram();
 }
 
 void traceWorld(benchmark::State& state) {
@@ -221,7 +213,7 @@ void traceWorld(benchmark::State& state) {
         benchmark::DoNotOptimize(out.data());
     }
     countPerObject(state, state.range(0) + 2);
-    resetWorld();
+    resetProgram();
 }
 
 BENCHMARK(stepWorld)->Arg(2)->Arg(100)->Arg(1'000)->Arg(10'000);

@@ -37,6 +37,9 @@ ClientSize clientSize();
 std::int64_t clockNanoseconds(); // steady clock
 void swapBuffers();
 
+// The machine as no program has used it yet, for programs that run several games. Only the simulated machine has it.
+void resetMachine();
+
 // Ends the process at once. The simulated platform throws ProgramExit instead.
 [[noreturn]] void exitProcess(int status);
 

@@ -1,13 +1,8 @@
-#include "render/binding_state.h"
+#include "render/binding_state_writer.h"
 
 namespace dunkman {
 
-const ProgramBase* currentProgram = nullptr;
-const MaterialBase* currentMaterial = nullptr;
-
-void resetBindingState() {
-    currentProgram = nullptr;
-    currentMaterial = nullptr;
-}
+constinit BindingState writable::bindingState;
+constinit const BindingState& bindingState = writable::bindingState;
 
 } // namespace dunkman

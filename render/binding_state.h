@@ -1,15 +1,16 @@
 #pragma once
 
-// What OpenGL was last told to use. Process-wide; main thread.
+// What OpenGL was last told to use. Main thread only.
 namespace dunkman {
 
 class ProgramBase;
 class MaterialBase;
 
-extern const ProgramBase* currentProgram;   // last passed to glUseProgram; null: none
-extern const MaterialBase* currentMaterial; // whose values were last uploaded; null: none
+struct BindingState {
+    const ProgramBase* currentProgram = nullptr;   // last passed to glUseProgram; null: none
+    const MaterialBase* currentMaterial = nullptr; // whose values were last uploaded; null: none
+};
 
-// Forgets both without touching OpenGL.
-void resetBindingState();
+extern const BindingState& bindingState;
 
 } // namespace dunkman

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "base/fatal.h"
-#include "render/binding_state.h"
+#include "render/binding_state_writer.h"
 #include "render/gl.h"
 
 namespace dunkman {
@@ -43,29 +43,29 @@ bool MaterialBase::setUniform(std::int32_t resourceIndex, const UniformValue& va
         return false;
     }
     slots[index] = value;
-    if (currentMaterial == this) {
+    if (bindingState.currentMaterial == this) {
         uploadUniform(resource, slots[index]);
     }
     return true;
 }
 
 void MaterialBase::bind() {
-    if (currentMaterial == this) {
+    if (bindingState.currentMaterial == this) {
         return;
     }
     const ProgramBase& own = program();
     const std::vector<ProgramResource>& resources = own.resources();
-    if (currentProgram != &own) {
+    if (bindingState.currentProgram != &own) {
         glUseProgram(own.name);
-        currentProgram = &own;
-        currentMaterial = nullptr;
+        writable::bindingState.currentProgram = &own;
+        writable::bindingState.currentMaterial = nullptr;
         for (const ProgramResource& resource : resources) {
             if (resource.unit != -1) {
                 glUniform1i(resource.location, resource.unit);
             }
         }
     }
-    currentMaterial = this;
+    writable::bindingState.currentMaterial = this;
     for (std::size_t index = 0; index < slots.size(); ++index) {
         if (slots[index].type() != 0) {
             uploadUniform(resources[index], slots[index]);

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "base/debug_output.h"
-#include "render/binding_state.h"
+#include "render/binding_state_writer.h"
 #include "render/gl.h"
 
 namespace dunkman {
@@ -76,9 +76,9 @@ ProgramBase::ProgramBase() {
 }
 
 void ProgramBase::release() {
-    if (currentProgram == this) {
+    if (bindingState.currentProgram == this) {
         glUseProgram(0);
-        resetBindingState();
+        writable::bindingState = {};
     }
     glDeleteProgram(name);
     name = 0;

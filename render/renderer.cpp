@@ -1,6 +1,8 @@
 #include "render/renderer.h"
 
-#include "render/binding_state.h"
+#include "render/binding_state_writer.h"
+#include "render/gl.h"
+#include "render/image_table_writer.h"
 #include "render/renderer_objects.h"
 #include "render/shader_preprocessor.h"
 
@@ -42,12 +44,15 @@ void releaseRenderer() {
     rendererObjects->program.release();
     rendererObjects->quad.release();
     rendererObjects->sampler.release();
-    resetRenderer();
+    rendererObjects.reset();
+    writable::bindingState = {};
 }
 
 void resetRenderer() {
     rendererObjects.reset();
-    resetBindingState();
+    writable::bindingState = {};
+    writable::pictures = {};
+    resetGlFunctions();
 }
 
 } // namespace dunkman

@@ -10,7 +10,7 @@ void createRenderer();
 // Deletes them, in this order: program (unbinding it first where it is bound), vertex array, sampler.
 void releaseRenderer();
 
-// Forgets them without touching OpenGL, for tests.
+// Forgets all that render/ keeps without touching OpenGL: these, what is bound, the image tables, the entry points.
 void resetRenderer();
 
 } // namespace dunkman

@@ -18,7 +18,7 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset) {
     RendererObjects& objects = *rendererObjects;
     Material& material = objects.material;
-    if (currentMaterial != &material) {
+    if (bindingState.currentMaterial != &material) {
         material.applyRenderState();
         material.bind();
     }

@@ -10,14 +10,15 @@ namespace {
 
 // The texture of a capital; null for a space and for every other byte, which counts as one.
 const Texture2D* glyphOf(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? &glyphTable[static_cast<std::size_t>(letter - 'A')] : nullptr;
+    return letter >= 'A' && letter <= 'Z' ? &pictures.glyphTable[static_cast<std::size_t>(letter - 'A')]
+                                          : nullptr;
 }
 
 // Sets the letters out from (0, 0) on and hands each to `place` with the place of its first corner and its size.
 // Walking a text twice, once for its box and once to draw it, needs no memory.
 template <typename Place>
 void layOut(std::string_view text, double letterHeight, double wrapWidth, Place place) {
-    const double scale = letterHeight / static_cast<double>(std::max(glyphTable[0].height, 1u));
+    const double scale = letterHeight / static_cast<double>(std::max(pictures.glyphTable[0].height, 1u));
     Vec2 cursor;
     for (const char letter : text) {
         const Texture2D* const glyph = glyphOf(letter);

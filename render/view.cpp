@@ -12,7 +12,7 @@ void setViewProjection(const Matrix4& matrix) {
 
 void setScreenProjection(double lowered) {
     const float scaleX = 1.0f / static_cast<float>(halfViewWidth);
-    const float scaleY = 1.0f / (static_cast<float>(viewWidth / aspectRatio) * 0.5f);
+    const float scaleY = 1.0f / (static_cast<float>(viewWidth / frameState.aspectRatio) * 0.5f);
     setViewProjection({scaleX, 0.0f, 0.0f, 0.0f, //
                        0.0f, scaleY, 0.0f, 0.0f, //
                        0.0f, 0.0f, -1.0f, 0.0f,  //

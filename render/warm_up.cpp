@@ -10,10 +10,10 @@ void drawUnseen(const Texture2D& texture) {
 }
 
 void warmUpDriver() {
-    for (const auto& [key, texture] : imageTable) {
+    for (const auto& [key, texture] : pictures.imageTable) {
         drawUnseen(texture);
     }
-    for (const Texture2D& texture : glyphTable) {
+    for (const Texture2D& texture : pictures.glyphTable) {
         drawUnseen(texture);
     }
 }

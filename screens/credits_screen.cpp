@@ -1,6 +1,7 @@
 #include "screens/credits_screen.h"
 
 #include "screens/layout.h"
+#include "screens/screen_writer.h"
 
 namespace dunkman {
 
@@ -12,7 +13,7 @@ void CreditsScreen::enter() { hold.start(holdSeconds); }
 
 void CreditsScreen::update() {
     if (hold.runOut()) {
-        currentScreen = nullptr;
+        writable::screenState.currentScreen = nullptr;
     }
 }
 

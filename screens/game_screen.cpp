@@ -5,7 +5,7 @@
 #include "base/fatal.h"
 #include "base/frame_state.h"
 #include "base/geometry.h"
-#include "base/key_states.h"
+#include "base/key_states_writer.h"
 #include "exact/exact_math.h"
 #include "render/gl.h"
 #include "render/image_table.h"
@@ -45,9 +45,10 @@ void drawHearts(std::int32_t health) {
     heart.texture = imageByKey("pineappleHeart");
     heart.size = {heartHeight * aspectOf(heart.texture), heartHeight};
     heart.position.x = -halfViewWidth + heartMarginLeft + heart.size.x / 2.0;
-    heart.position.y = halfViewWidth / aspectRatio - 0.25 - 0.2;
+    heart.position.y = halfViewWidth / frameState.aspectRatio - 0.25 - 0.2;
     for (std::int32_t i = 0; i < std::min(health, mostHearts); ++i) {
-        heart.drawScaled({1.0, 1.0}, exactSin(elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
+        heart.drawScaled({1.0, 1.0},
+                         exactSin(frameState.elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
         heart.position.x += heart.size.x + heartGap;
     }
 }
@@ -55,9 +56,9 @@ void drawHearts(std::int32_t health) {
 } // namespace
 
 Matrix4 worldViewProjection(double lookX, double lookY) {
-    const double fieldOfView = exactAtan((viewWidth / aspectRatio) / cameraDistance);
+    const double fieldOfView = exactAtan((viewWidth / frameState.aspectRatio) / cameraDistance);
     const float halfHeight = nearPlane * exactTan(static_cast<float>(0.5 * fieldOfView));
-    const float halfWidth = halfHeight * static_cast<float>(aspectRatio);
+    const float halfWidth = halfHeight * static_cast<float>(frameState.aspectRatio);
     const float scaleX = nearPlane / halfWidth;
     const float scaleY = nearPlane / halfHeight;
     const float depthScale = -(farPlane + nearPlane) / (farPlane - nearPlane);
@@ -75,7 +76,7 @@ Matrix4 worldViewProjection(double lookX, double lookY) {
 
 Matrix4 healthViewProjection() {
     const auto scaleX = static_cast<float>(1.0 / halfViewWidth);
-    const auto scaleY = static_cast<float>(1.0 / ((viewWidth / aspectRatio) * 0.5));
+    const auto scaleY = static_cast<float>(1.0 / ((viewWidth / frameState.aspectRatio) * 0.5));
     return {scaleX, 0, 0, 0, 0, scaleY, 0, 0, 0, 0, -0.01f, 0, 0, 0, -0.0f, 1};
 }
 
@@ -93,7 +94,7 @@ GameScreen::GameScreen() {
 void GameScreen::enter() {
     // A recorded game begins with no key down, here and when it is replayed: what happens to be held while
     // the screens change must neither be missing from a recording nor steer a replay.
-    if (inputMode == InputMode::Record || inputMode == InputMode::Replay) {
+    if (frameState.inputMode == InputMode::Record || frameState.inputMode == InputMode::Replay) {
         releaseAllKeys();
     }
     world.clear();

@@ -14,7 +14,7 @@ bool HoldTimer::runOut() {
     if (!holdActive) {
         return true;
     }
-    holdElapsed += frameDelta;
+    holdElapsed += frameState.frameDelta;
     if (holdElapsed >= holdDuration) {
         holdElapsed = 0.0;
         holdActive = false;

@@ -1,6 +1,6 @@
 #include "screens/intro_screen.h"
 
-#include "audio/music_selection.h"
+#include "audio/music.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "render/scissor.h"
@@ -23,10 +23,10 @@ std::size_t typedCharacters(const StoryLine& line, double storyTime) {
     return typed < length ? static_cast<std::size_t>(typed) : line.text.size();
 }
 
-void IntroScreen::enter() { musicSelection = MusicSelection::Intro; }
+void IntroScreen::enter() { selectMusic(MusicSelection::Intro); }
 
 void IntroScreen::update() {
-    storyTime += frameDelta;
+    storyTime += frameState.frameDelta;
     if (eitherJustPressed(keys::x, keys::space)) {
         switchTo(ScreenId::Menu);
     }

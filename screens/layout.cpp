@@ -37,8 +37,8 @@ constexpr Rect pointBox(Vec2 point) { return {point.x, point.y, point.x, point.y
 
 void drawMenuBackground() {
     setScreenProjection();
-    drawPicture("menuBackground", {0.0, 0.0}, viewWidth / std::min(aspectRatio, backgroundAspect), 0.0, -0.99,
-                0, SpriteMode::Interface);
+    drawPicture("menuBackground", {0.0, 0.0}, viewWidth / std::min(frameState.aspectRatio, backgroundAspect),
+                0.0, -0.99, 0, SpriteMode::Interface);
 }
 
 void drawCentredText(std::string_view text, double letterHeight, Vec2 centre) {

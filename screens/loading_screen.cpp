@@ -9,7 +9,7 @@
 namespace dunkman {
 
 void LoadingScreen::update() {
-    const double steps = std::floor(elapsedTime * 2.0) * 0.1;
+    const double steps = std::floor(frameState.elapsedTime * 2.0) * 0.1;
     progress = steps * steps;
     if (progress > 1.1) {
         switchTo(ScreenId::Intro);

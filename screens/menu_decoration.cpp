@@ -18,7 +18,7 @@ MenuDecoration::MenuDecoration()
       logoPosition{-0.5, 1.0} {}
 
 void drawDecorationItem(const DecorationItem& item) {
-    const double time = elapsedTime;
+    const double time = frameState.elapsedTime;
     const double bob = exactSin(time * item.bobFrequency + item.bobPhase) * item.bobAmplitude;
     const double tilt = item.baseAngle * radiansPerDegree;
     const Vec2 position = {item.baseX + exactSin(tilt) * bob, item.baseY + exactCos(-tilt) * bob};
@@ -28,7 +28,7 @@ void drawDecorationItem(const DecorationItem& item) {
 }
 
 void drawMenuDecoration(const MenuDecoration& decoration) {
-    const double time = elapsedTime;
+    const double time = frameState.elapsedTime;
     const Vec2 logo = decoration.logoPosition;
     drawPicture("logo", logo, 4.0, exactSin(time * 1.5), 0.1, 0, SpriteMode::Interface);
     drawPicture("logoTheGame", {logo.x + 1.0, logo.y - 1.2}, exactSin(time * 5.0) * 0.05 + 0.75,

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "audio/music_selection.h"
+#include "audio/music.h"
 #include "base/frame_state.h"
 #include "exact/exact_math.h"
 #include "screens/layout.h"
@@ -34,7 +34,7 @@ constexpr std::array<ControlHint, 4> controlHints = {{
 } // namespace
 
 void MenuScreen::enter() {
-    musicSelection = MusicSelection::Game;
+    selectMusic(MusicSelection::Game);
     hold.start(holdSeconds);
 }
 
@@ -47,7 +47,8 @@ void MenuScreen::update() {
 void MenuScreen::render() {
     drawMenuBackground();
     drawMenuDecoration(decoration);
-    const double angle = exactCos(elapsedTime * 5.0) * 4.0 + 2.0 * exactCos(elapsedTime * 13.0);
+    const double angle =
+        exactCos(frameState.elapsedTime * 5.0) * 4.0 + 2.0 * exactCos(frameState.elapsedTime * 13.0);
     for (const ControlHint& hint : controlHints) {
         drawCentredText(hint.text, hint.letterHeight, hint.textCentre);
         drawInterfacePicture(hint.picture, hint.pictureCentre, hint.pictureHeight, angle, 0.0);

@@ -11,11 +11,12 @@
 #include "screens/loading_screen.h"
 #include "screens/menu_screen.h"
 #include "screens/pause_screen.h"
+#include "screens/screen_writer.h"
 
 namespace dunkman {
 
-std::unordered_map<ScreenId, GameScreenBase*> screenTable;
-GameScreenBase* currentScreen = nullptr;
+ScreenState writable::screenState;
+constinit const ScreenState& screenState = writable::screenState;
 
 namespace {
 
@@ -46,33 +47,37 @@ constexpr std::array<ScreenKind, screenCount> screenKinds = {
 
 } // namespace
 
+bool isCurrent(ScreenId id) {
+    const auto entry = screenState.screenTable.find(id);
+    return entry != screenState.screenTable.end() && screenState.currentScreen == entry->second;
+}
+
 void switchTo(ScreenId id) {
-    currentScreen = screenTable[id];
-    debugText("screen " + std::string(screenName(currentScreen)));
-    currentScreen->enter();
+    writable::screenState.currentScreen = screenState.screenTable.at(id);
+    debugText("screen " + std::string(screenName(screenState.currentScreen)));
+    screenState.currentScreen->enter();
 }
 
 void createScreens() {
     for (const ScreenKind& kind : screenKinds) {
-        screenTable[kind.id] = kind.create();
+        writable::screenState.screenTable[kind.id] = kind.create();
     }
 }
 
 void destroyScreens() {
     for (const ScreenKind& kind : screenKinds) {
-        const auto entry = screenTable.find(kind.id);
-        if (entry != screenTable.end()) {
+        const auto entry = screenState.screenTable.find(kind.id);
+        if (entry != screenState.screenTable.end()) {
             kind.destroy(entry->second);
         }
     }
-    screenTable.clear();
-    currentScreen = nullptr;
+    writable::screenState = {};
 }
 
 std::string_view screenName(const GameScreenBase* screen) {
     for (const ScreenKind& kind : screenKinds) {
-        const auto entry = screenTable.find(kind.id);
-        if (screen != nullptr && entry != screenTable.end() && entry->second == screen) {
+        const auto entry = screenState.screenTable.find(kind.id);
+        if (screen != nullptr && entry != screenState.screenTable.end() && entry->second == screen) {
             return kind.name;
         }
     }

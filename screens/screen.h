@@ -32,8 +32,15 @@ protected:
     ~GameScreenBase() = default;
 };
 
-extern std::unordered_map<ScreenId, GameScreenBase*> screenTable;
-extern GameScreenBase* currentScreen; // null asks the program to end
+struct ScreenState {
+    std::unordered_map<ScreenId, GameScreenBase*> screenTable;
+    GameScreenBase* currentScreen = nullptr; // null asks the program to end
+};
+
+extern const ScreenState& screenState;
+
+// Whether that screen exists and is the current one.
+bool isCurrent(ScreenId id);
 
 // Makes the screen current and enters it, at once. The step in which this happens still renders the old screen.
 void switchTo(ScreenId id);

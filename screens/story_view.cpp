@@ -47,7 +47,7 @@ double cutBetweenLines(double halfHeight) {
 double storyLineCentre(int line) { return firstLineY - line * lineSpacing; }
 
 StoryView storyViewAt(double storyTime) {
-    const double halfHeight = halfViewWidth / aspectRatio;
+    const double halfHeight = halfViewWidth / frameState.aspectRatio;
     StoryView view;
     view.cutAt = cutBetweenLines(halfHeight);
     double before = 0.0;

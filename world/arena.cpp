@@ -98,7 +98,7 @@ void Arena::fight() {
         return zombie->health < 0 || world.isQueuedForDestroy(*zombie);
     });
     if (cooling) {
-        cooldownElapsed += frameDelta;
+        cooldownElapsed += frameState.frameDelta;
         if (cooldownElapsed >= zombieTimer) {
             cooldownElapsed = 0.0;
             cooling = false;

@@ -39,7 +39,7 @@ void Camera::lateUpdate() {
     if (followed != nullptr) {
         const Rect bounds = followed->getBounds();
         const double goalX = (bounds.minX + bounds.maxX) * 0.5;
-        const double kept = exactExp(frameDelta * easingRate);
+        const double kept = exactExp(frameState.frameDelta * easingRate);
         position.x = (position.x - goalX) * kept + goalX;
         // The height is the hero's also while another target is followed.
         if (hero != nullptr) {
@@ -58,7 +58,7 @@ void Camera::traceState(TraceLine& line) const {
 Rect viewRectangle(const Camera& camera) {
     const double centreX = camera.position.x + camera.offset.x;
     const double centreY = camera.position.y + camera.offset.y;
-    const double halfHeight = (1.0 / aspectRatio) * viewWidth * 0.5;
+    const double halfHeight = (1.0 / frameState.aspectRatio) * viewWidth * 0.5;
     return {centreX - halfViewWidth, centreY - halfHeight, centreX + halfViewWidth, centreY + halfHeight};
 }
 

@@ -18,7 +18,7 @@ template <> const ObjectClass& objectClass<Hint>() {
 
 void Hint::draw() {
     const double savedY = position.y;
-    position.y += std::abs(exactSin(elapsedTime * 4.0)) * 0.1;
+    position.y += std::abs(exactSin(frameState.elapsedTime * 4.0)) * 0.1;
     drawScaled({1.0, 1.0}, tilt);
     position.y = savedY;
 }

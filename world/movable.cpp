@@ -22,7 +22,7 @@ constexpr std::array fields = {
 // First order on purpose, frame-rate dependence included: the feel of walking comes from it. A step longer
 // than the reciprocal of the friction stops the body instead of turning it round.
 double dampingFactor(double friction) {
-    const double factor = 1.0 - friction * frameDelta;
+    const double factor = 1.0 - friction * frameState.frameDelta;
     return factor > 0.0 ? factor : 0.0;
 }
 
@@ -46,8 +46,8 @@ void Movable::update() {
             mirrorX = !inverseMirror;
         }
     }
-    position.x += velocity.x * frameDelta;
-    position.y += velocity.y * frameDelta;
+    position.x += velocity.x * frameState.frameDelta;
+    position.y += velocity.y * frameState.frameDelta;
     velocity.x *= dampingFactor(friction.x);
     velocity.y *= dampingFactor(friction.y);
 }

@@ -86,8 +86,8 @@ void Player::update() {
 void Player::steer() {
     const double horizontal = thrust(eitherDown(keys::d, keys::right), eitherDown(keys::a, keys::left));
     const double vertical = thrust(eitherDown(keys::w, keys::up), eitherDown(keys::s, keys::down));
-    velocity.x += horizontal * acceleration.x * frameDelta;
-    velocity.y += vertical * acceleration.y * frameDelta;
+    velocity.x += horizontal * acceleration.x * frameState.frameDelta;
+    velocity.y += vertical * acceleration.y * frameState.frameDelta;
 }
 
 void Player::stayInPlayArea() {
@@ -171,7 +171,7 @@ void Player::poseHeldWeapon() {
     }
     const double swing = exactSin(phase);
     weapon.animationAngle = (swing > 0.0 ? weapon.attackArc.x : weapon.attackArc.y) * swing;
-    weapon.attackTimeout.advance(frameDelta);
+    weapon.attackTimeout.advance(frameState.frameDelta);
 
     const double side = facingSide();
     handY = position.y + size.y * handHeight;

@@ -32,12 +32,12 @@ Projectile::Projectile() {
 
 void Projectile::update() {
     if (spinReversed) {
-        angle -= frameDelta * spinRate;
+        angle -= frameState.frameDelta * spinRate;
     } else {
-        angle += frameDelta * spinRate;
+        angle += frameState.frameDelta * spinRate;
     }
-    velocity.x += acceleration.x * frameDelta;
-    velocity.y += acceleration.y * frameDelta;
+    velocity.x += acceleration.x * frameState.frameDelta;
+    velocity.y += acceleration.y * frameState.frameDelta;
     Movable::update();
     if (groundY > position.y) {
         world.queueDestroy(*this);

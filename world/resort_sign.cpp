@@ -17,7 +17,7 @@ template <> const ObjectClass& objectClass<ResortSign>() {
 }
 
 void ResortSign::update() {
-    clock += frameDelta;
+    clock += frameState.frameDelta;
     const double progress = clamp((clock - startTime) / (endTime - startTime), 0.0, 1.0);
     tilt = fromTilt + (toTilt - fromTilt) * progress;
 }

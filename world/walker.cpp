@@ -38,7 +38,7 @@ Walker::Walker() {
 }
 
 void Walker::update() {
-    invulnerableTimer.advance(frameDelta);
+    invulnerableTimer.advance(frameState.frameDelta);
     Movable::update();
 }
 
@@ -52,7 +52,7 @@ void Walker::draw() {
         return;
     }
     const double speed = clamp((std::abs(velocity.y) + std::abs(velocity.x)) * 0.5, 0.0, 1.0);
-    walkAnimation += (speed * 7.0 + 1.0) * frameDelta;
+    walkAnimation += (speed * 7.0 + 1.0) * frameState.frameDelta;
     const double scaleX = std::abs(exactSin(walkAnimation)) * speed * 0.1 + 0.95;
     // The long constant is (1 - 0.95) / 2 as doubles give it.
     const double scaleY =

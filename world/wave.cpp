@@ -27,7 +27,7 @@ template <> const ObjectClass& objectClass<Wave>() {
 
 void Wave::draw() {
     const Vec2 saved = position;
-    const double phase = position.y * 1.5 + elapsedTime * 2.0;
+    const double phase = position.y * 1.5 + frameState.elapsedTime * 2.0;
     position.y = position.y - std::abs(exactCos(phase)) * swing;
     position.x = position.x + exactSin(phase) * swing - stripStart;
     for (int copy = 0; copy < copies; ++copy) {

@@ -63,12 +63,12 @@ void Weapon::attack(Vec2, Vec2 strikePoint, bool) {
 }
 
 void Weapon::draw() {
-    const double wobble = exactSin(elapsedTime * wobbleRate);
+    const double wobble = exactSin(frameState.elapsedTime * wobbleRate);
     double angle = wobble * wobbleAmplitude;
     Vec2 scale{1.0, 1.0};
     if (highlighted) {
         angle = wobble * wobbleAmplitude + wobble * wobbleAmplitude;
-        const double pulse = 1.0 + exactSin(elapsedTime * pulseRate) * pulseAmplitude;
+        const double pulse = 1.0 + exactSin(frameState.elapsedTime * pulseRate) * pulseAmplitude;
         scale = {pulse, pulse};
         highlighted = false;
     }

@@ -57,7 +57,7 @@ Zombie::Zombie() {
 
 void Zombie::update() {
     Walker::update();
-    attackRateTimer.advance(frameDelta);
+    attackRateTimer.advance(frameState.frameDelta);
 
     Player* player = world.first<Player>();
     if (player == nullptr) {
@@ -89,8 +89,8 @@ void Zombie::update() {
         strikeWhenReady();
     } else {
         attackArmed = false;
-        velocity.x += signOf(gapX) * acceleration.x * frameDelta;
-        velocity.y += signOf(gapY) * acceleration.y * frameDelta;
+        velocity.x += signOf(gapX) * acceleration.x * frameState.frameDelta;
+        velocity.y += signOf(gapY) * acceleration.y * frameState.frameDelta;
     }
 }
 

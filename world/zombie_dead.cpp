@@ -44,7 +44,7 @@ void ZombieDead::update() {
     if (frameTime >= lastFrame) {
         return;
     }
-    frameTime = std::min(frameTime + frameDelta * frameRate, lastFrame);
+    frameTime = std::min(frameTime + frameState.frameDelta * frameRate, lastFrame);
     const std::size_t frame = frameNumber();
     texture = frames[frame];
     zOffset = static_cast<double>(frame) * -0.25 - 0.125; // each picture lies a little further back

@@ -11,7 +11,7 @@ namespace {
 std::map<std::uint32_t, std::string> textureKeys;
 
 void collectTextureKeys() {
-    for (const auto& [key, texture] : imageTable) {
+    for (const auto& [key, texture] : pictures.imageTable) {
         // Two keys of one texture: the table's order is no order to print, so the lower key it is.
         std::string& known = textureKeys[texture.name];
         if (known.empty() || key < known) {
@@ -19,7 +19,8 @@ void collectTextureKeys() {
         }
     }
     for (std::size_t letter = 0; letter < glyphCount; ++letter) {
-        textureKeys[glyphTable[letter].name] = std::string("glyph:") + static_cast<char>('A' + letter);
+        textureKeys[pictures.glyphTable[letter].name] =
+            std::string("glyph:") + static_cast<char>('A' + letter);
     }
     textureKeys[0] = "none";
 }

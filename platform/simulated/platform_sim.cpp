@@ -12,8 +12,6 @@ namespace simulated {
 
 Machine machine;
 
-void resetMachine() { machine = Machine{}; }
-
 } // namespace simulated
 
 void debugText(std::string_view line) { simulated::machine.debugLines.emplace_back(line); }
@@ -27,6 +25,11 @@ void debugBreak(const std::string& message) {
 namespace platform {
 
 using simulated::machine;
+
+void resetMachine() {
+    machine = {};
+    simulated::resetGl();
+}
 
 void switchDisplayMode() { machine.calls.emplace_back("switchDisplayMode"); }
 void openWindow() { machine.calls.emplace_back("openWindow"); }

@@ -29,6 +29,4 @@ struct Machine {
 
 extern Machine machine;
 
-void resetMachine();
-
 } // namespace dunkman::simulated

@@ -1,9 +1,10 @@
 #include "app/frame.h"
 
 #include "app/recording.h"
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "render/gl.h"
+#include "screens/screen_writer.h"
 #include "tests/fakes/program_fixture.h"
 
 namespace dunkman {
@@ -56,7 +57,7 @@ TEST_F(Frame, RendersTheOldScreenOnceMoreWhenUpdateSwitches) {
 
 TEST_F(Frame, ANullScreenEndsTheProcessWithoutRendering) {
     startWithProbe(InputMode::Live, ScreenId::Menu);
-    probe.onUpdate = [] { currentScreen = nullptr; };
+    probe.onUpdate = [] { writable::screenState.currentScreen = nullptr; };
     try {
         iterateAfter(stepNanoseconds);
         FAIL() << "the process goes on";
@@ -68,11 +69,11 @@ TEST_F(Frame, ANullScreenEndsTheProcessWithoutRendering) {
 
 TEST_F(Frame, OnlyRecordModeSavesWhenTheProgramEnds) {
     startWithProbe(InputMode::Live, ScreenId::Menu);
-    probe.onUpdate = [] { currentScreen = nullptr; };
+    probe.onUpdate = [] { writable::screenState.currentScreen = nullptr; };
     EXPECT_THROW(iterateAfter(stepNanoseconds), simulated::ProgramExit);
     EXPECT_FALSE(std::filesystem::exists("recording.json5"));
-    inputMode = InputMode::Record;
-    currentScreen = &probe;
+    writable::frameState.inputMode = InputMode::Record;
+    writable::screenState.currentScreen = &probe;
     EXPECT_THROW(iterateAfter(stepNanoseconds), simulated::ProgramExit);
     EXPECT_EQ(data.read("recording.json5"), "[]");
 }
@@ -81,8 +82,8 @@ TEST_F(Frame, RecordsInTheGameOnly) {
     startWithProbe(InputMode::Record, ScreenId::Menu);
     press(keys::x);
     iterateAfter(stepNanoseconds);
-    EXPECT_TRUE(recording.empty());
-    EXPECT_EQ(gameStep, 0u);
+    EXPECT_TRUE(recording.records.empty());
+    EXPECT_EQ(recording.gameStep, 0u);
 }
 
 } // namespace

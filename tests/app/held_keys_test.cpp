@@ -2,7 +2,9 @@
 #include <sstream>
 
 #include "app/recording.h"
-#include "base/frame_state.h"
+#include "app/reset.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "tests/fakes/program_fixture.h"
 #include "tools/headless/runner.h"
 #include "world/player.h"
@@ -28,9 +30,9 @@ protected:
     // From start-up through the menu to the step that has entered the game, with the key in the wanted state.
     void playMenu(InputMode mode, KeyState state = GetParam().state) {
         start(mode, ScreenId::Menu);
-        frameDelta = 1.0 / 60.0;
+        writable::frameState.frameDelta = 1.0 / 60.0;
         for (int step = 0; step < menuSteps - 2; ++step) {
-            currentScreen->update();
+            screenState.currentScreen->update();
         }
         const std::int32_t key = GetParam().key;
         const bool wasDown = state == KeyState::Held || state == KeyState::Released;
@@ -47,7 +49,7 @@ protected:
     std::string step() {
         runFrame();
         std::ostringstream text;
-        for (const auto& [key, state] : allKeyStates()) {
+        for (const auto& [key, state] : keyStates) {
             if (state != KeyState::Up) {
                 text << std::hex << key << '=' << static_cast<int>(state) << ' ';
             }
@@ -71,7 +73,7 @@ protected:
 TEST_P(HeldKeys, MeanNothingToAReplay) {
     data.write("recording.json5", R"([{"frame":99,"newKeyStates":[]}])");
     playMenu(InputMode::Replay);
-    EXPECT_EQ(allKeyStates().size(), polledKeys.size()); // none was removed
+    EXPECT_EQ(keyStates.size(), polledKeys.size()); // none was removed
     EXPECT_EQ(reference, &keyState(GetParam().key));
     for (const std::string& seen : steps(gameSteps)) {
         EXPECT_EQ(seen, "0x0p+0 0x0p+0");
@@ -84,11 +86,11 @@ TEST_P(HeldKeys, AreAChangeOfTheFirstStepToARecording) {
     EXPECT_EQ(*reference, KeyState::Up);
     step();
     if (isDown(state)) {
-        ASSERT_EQ(recording.size(), 1u);
-        EXPECT_EQ(recording[0].frame, 0u);
-        EXPECT_EQ(recording[0].newKeyStates, (KeyChanges{{key, KeyState::Pressed}}));
+        ASSERT_EQ(recording.records.size(), 1u);
+        EXPECT_EQ(recording.records[0].frame, 0u);
+        EXPECT_EQ(recording.records[0].newKeyStates, (KeyChanges{{key, KeyState::Pressed}}));
     } else {
-        EXPECT_TRUE(recording.empty());
+        EXPECT_TRUE(recording.records.empty());
     }
 }
 
@@ -100,7 +102,7 @@ TEST_P(HeldKeys, AreRecordedSoThatTheReplayIsTheSameGame) {
     recorded.push_back(step());
     saveRecording();
 
-    headless::resetProgram();
+    resetProgram();
     playMenu(InputMode::Replay, KeyState::Up);
     EXPECT_EQ(steps(gameSteps), std::vector<std::string>(recorded.begin(), recorded.end() - 1));
     runFrame();

@@ -10,6 +10,7 @@
 #include "base/key_states.h"
 #include "platform/platform.h"
 #include "render/gl.h"
+#include "screens/screen_writer.h"
 #include "tests/fakes/program_fixture.h"
 
 namespace dunkman {
@@ -45,7 +46,7 @@ TEST_F(MainLoop, SetsTheViewportOnceForASizeThatNeverChanges) {
     }
     EXPECT_EQ(viewports, 1);
     EXPECT_EQ(viewportWidth, 1920);
-    EXPECT_DOUBLE_EQ(aspectRatio, 1920.0 / 1080.0);
+    EXPECT_DOUBLE_EQ(frameState.aspectRatio, 1920.0 / 1080.0);
 }
 
 TEST_F(MainLoop, FollowsTheClientSize) {
@@ -60,7 +61,7 @@ TEST_F(MainLoop, FollowsTheClientSize) {
     EXPECT_EQ(viewports, 3);
     EXPECT_EQ(viewportWidth, 800);
     EXPECT_EQ(viewportHeight, 540);
-    EXPECT_DOUBLE_EQ(aspectRatio, 800.0 / 540.0);
+    EXPECT_DOUBLE_EQ(frameState.aspectRatio, 800.0 / 540.0);
 }
 
 TEST_F(MainLoop, KeepsItsAspectRatioWhileMinimised) {
@@ -68,8 +69,8 @@ TEST_F(MainLoop, KeepsItsAspectRatioWhileMinimised) {
     iterateAfter(stepNanoseconds);
     simulated::machine.clientSize = {0, 0};
     iterateAfter(stepNanoseconds);
-    EXPECT_DOUBLE_EQ(aspectRatio, 1920.0 / 1080.0);
-    EXPECT_EQ(clientWidth, 1920u);
+    EXPECT_DOUBLE_EQ(frameState.aspectRatio, 1920.0 / 1080.0);
+    EXPECT_EQ(frameState.clientWidth, 1920u);
 }
 
 TEST_F(MainLoop, EscapeEndsItBeforeAnyStepRuns) {
@@ -91,17 +92,17 @@ TEST_F(MainLoop, HiddenWindowEndsItAfterTheSwap) {
 TEST_F(MainLoop, LiveStepsOncePerIterationByTheRealTime) {
     startWithProbe(InputMode::Live);
     iterateAfter(20000000);
-    EXPECT_DOUBLE_EQ(frameDelta, 0.02);
+    EXPECT_DOUBLE_EQ(frameState.frameDelta, 0.02);
     iterateAfter(500000000);
-    EXPECT_DOUBLE_EQ(frameDelta, 0.5);
-    EXPECT_DOUBLE_EQ(elapsedTime, 0.52);
+    EXPECT_DOUBLE_EQ(frameState.frameDelta, 0.5);
+    EXPECT_DOUBLE_EQ(frameState.elapsedTime, 0.52);
     EXPECT_EQ(stepsSoFar(), 2u);
 }
 
 TEST_F(MainLoop, AnyModeWithoutANameActsAsLive) {
     startWithProbe(static_cast<InputMode>(7));
     iterateAfter(20000000);
-    EXPECT_DOUBLE_EQ(frameDelta, 0.02);
+    EXPECT_DOUBLE_EQ(frameState.frameDelta, 0.02);
     EXPECT_EQ(stepsSoFar(), 1u);
 }
 
@@ -110,8 +111,8 @@ TEST_F(MainLoop, RecordStepsOncePerIterationByASixtieth) {
     iterateAfter(1000000);
     iterateAfter(2000000000);
     EXPECT_EQ(stepsSoFar(), 2u);
-    EXPECT_EQ(frameDelta, 1.0 / 60.0);
-    EXPECT_DOUBLE_EQ(elapsedTime, 2.001);
+    EXPECT_EQ(frameState.frameDelta, 1.0 / 60.0);
+    EXPECT_DOUBLE_EQ(frameState.elapsedTime, 2.001);
 }
 
 TEST_F(MainLoop, RoundsToNearestWhateverALibraryHasSet) {
@@ -153,7 +154,7 @@ TEST_F(MainLoop, ElapsedTimeIsTheSameForAllStepsOfAnIteration) {
     static double seen[2] = {};
     static int count = 0;
     count = 0;
-    probe.onUpdate = [] { seen[count++ % 2] = elapsedTime; };
+    probe.onUpdate = [] { seen[count++ % 2] = frameState.elapsedTime; };
     iterateAfter(40000000);
     ASSERT_EQ(count, 2);
     EXPECT_EQ(seen[0], 0.04);
@@ -210,7 +211,7 @@ TEST_F(PixelsOfTheMainLoop, StayOnInALiveGameHoweverLateAStepIs) {
 
 TEST_F(PixelsOfTheMainLoop, AreBackOnWhenAStepEndsTheProgram) {
     watchPixels(InputMode::Replay);
-    probe.onUpdate = [] { currentScreen = nullptr; };
+    probe.onUpdate = [] { writable::screenState.currentScreen = nullptr; };
     EXPECT_THROW(iterateAfter(3 * stepNanoseconds), simulated::ProgramExit);
     EXPECT_EQ(pixelLog, (std::vector<std::string>{"off", "clear", "on"}));
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "screens/screen_writer.h"
 #include "tests/fakes/program_fixture.h"
 
 namespace dunkman {
@@ -69,7 +70,7 @@ TEST_F(Pace, IsToldEveryTenSecondsOfALongScreen) {
 TEST_F(Pace, IsToldToTheEndWhenAStepEndsTheProgram) {
     startWithProbe();
     iterateAfter(stepNanoseconds);
-    probe.onUpdate = [] { currentScreen = nullptr; };
+    probe.onUpdate = [] { writable::screenState.currentScreen = nullptr; };
     EXPECT_THROW(iterateAfter(stepNanoseconds), simulated::ProgramExit);
     EXPECT_THAT(lines(), testing::ElementsAre("pace Menu from=0 steps=1 dropped=0 frames=1"));
 }

@@ -59,7 +59,7 @@ TEST_F(Program, ShowsADarkPictureBeforeItLoadsAnything) {
 TEST_F(Program, StartsOnTheLoadingScreen) {
     start(InputMode::Live);
     EXPECT_TRUE(isCurrent(ScreenId::Loading));
-    EXPECT_EQ(screenTable.size(), screenCount);
+    EXPECT_EQ(screenState.screenTable.size(), screenCount);
 }
 
 TEST_F(Program, HasDrawnEveryTextureUnseenBeforeTheFirstFrame) {
@@ -68,7 +68,7 @@ TEST_F(Program, HasDrawnEveryTextureUnseenBeforeTheFirstFrame) {
         const std::size_t name = line.find("image=") + 6;
         drawn.insert(line.substr(name, line.find(' ', name) - name));
     }
-    for (const auto& [key, texture] : imageTable) {
+    for (const auto& [key, texture] : pictures.imageTable) {
         EXPECT_GE(drawn.count(key), 1u) << key;
     }
     EXPECT_EQ(drawn.count("glyph:A"), 1u);
@@ -80,16 +80,16 @@ TEST_F(Program, TimeCountsFromTheEndOfStartUp) {
     simulated::machine.clockNanoseconds = 123456789;
     start(InputMode::Live);
     iterateAfter(1000000000);
-    EXPECT_DOUBLE_EQ(elapsedTime, 1.0);
+    EXPECT_DOUBLE_EQ(frameState.elapsedTime, 1.0);
 }
 
 TEST_F(Program, ShutDownForgetsTheTextures) {
     start(InputMode::Live);
-    EXPECT_FALSE(imageTable.empty());
-    EXPECT_NE(glyphTable[25].name, 0u);
+    EXPECT_FALSE(pictures.imageTable.empty());
+    EXPECT_NE(pictures.glyphTable[25].name, 0u);
     shutDown();
-    EXPECT_TRUE(imageTable.empty());
-    EXPECT_EQ(glyphTable[25].name, 0u);
+    EXPECT_TRUE(pictures.imageTable.empty());
+    EXPECT_EQ(pictures.glyphTable[25].name, 0u);
 }
 
 TEST_F(Program, ShutDownGivesTheDesktopBackLast) {

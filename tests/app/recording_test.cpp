@@ -1,4 +1,4 @@
-#include "app/recording.h"
+#include "app/recording_writer.h"
 
 #include "base/fatal.h"
 #include "base/frame_state.h"
@@ -44,11 +44,11 @@ TEST_F(Recording, AfterTheLastRecordTheSameStepRunsTheGameOverScreenLive) {
     EXPECT_EQ(probe.log, (std::vector<std::string>{"update", "render"}));
     iterateAfter(stepNanoseconds);
     EXPECT_TRUE(isCurrent(ScreenId::GameOver));
-    EXPECT_EQ(inputMode, InputMode::Live);
+    EXPECT_EQ(frameState.inputMode, InputMode::Live);
     EXPECT_EQ(probe.log.size(), 2u); // no second update: the game-over screen ran in its place
     EXPECT_EQ(findKeyState(keys::d), KeyState::Up);
-    EXPECT_EQ(gameStep, 0u);
-    EXPECT_EQ(replayIndex, 0u);
+    EXPECT_EQ(recording.gameStep, 0u);
+    EXPECT_EQ(recording.replayIndex, 0u);
     press(keys::x);
     iterateAfter(stepNanoseconds);
     EXPECT_EQ(findKeyState(keys::x), KeyState::Held);
@@ -58,7 +58,7 @@ TEST_F(Recording, StepsLeftOfTheCatchUpRunLiveWithASixtieth) {
     startReplay(R"([{"frame":0,"newKeyStates":[]}])");
     iterateAfter(50000001); // three steps are due; the first ends the replay
     EXPECT_TRUE(isCurrent(ScreenId::GameOver));
-    EXPECT_EQ(frameDelta, 1.0 / 60.0);
+    EXPECT_EQ(frameState.frameDelta, 1.0 / 60.0);
     EXPECT_TRUE(probe.log.empty());
 }
 
@@ -67,7 +67,7 @@ TEST_F(Recording, AnEmptyOrMissingRecordingEndsTheReplayInItsFirstStep) {
     installProbe(ScreenId::Game);
     iterateAfter(stepNanoseconds);
     EXPECT_TRUE(isCurrent(ScreenId::GameOver));
-    EXPECT_EQ(inputMode, InputMode::Live);
+    EXPECT_EQ(frameState.inputMode, InputMode::Live);
 }
 
 TEST_F(Recording, ARecordWhoseFrameIsNotDueBlocksTheReplay) {
@@ -75,23 +75,23 @@ TEST_F(Recording, ARecordWhoseFrameIsNotDueBlocksTheReplay) {
     for (int step = 0; step < 50; ++step) {
         iterateAfter(stepNanoseconds);
     }
-    EXPECT_EQ(replayIndex, 1u);
-    EXPECT_EQ(inputMode, InputMode::Replay);
+    EXPECT_EQ(recording.replayIndex, 1u);
+    EXPECT_EQ(frameState.inputMode, InputMode::Replay);
 }
 
 TEST_F(Recording, WrongKindsReadAsZeroOrEmpty) {
     startReplay(R"([{"frame":"3","newKeyStates":[{"key":68,"state":2.0},7]},5])");
-    ASSERT_EQ(recording.size(), 2u);
-    EXPECT_EQ(recording[0].frame, 0u);
-    EXPECT_EQ(recording[0].newKeyStates, (KeyChanges{{68, KeyState::Up}, {0, KeyState::Up}}));
-    EXPECT_EQ(recording[1].frame, 0u);
-    EXPECT_TRUE(recording[1].newKeyStates.empty());
+    ASSERT_EQ(recording.records.size(), 2u);
+    EXPECT_EQ(recording.records[0].frame, 0u);
+    EXPECT_EQ(recording.records[0].newKeyStates, (KeyChanges{{68, KeyState::Up}, {0, KeyState::Up}}));
+    EXPECT_EQ(recording.records[1].frame, 0u);
+    EXPECT_TRUE(recording.records[1].newKeyStates.empty());
 }
 
 TEST_F(Recording, RecordModeStartsEmpty) {
     data.write("recording.json5", R"([{"frame":3,"newKeyStates":[]}])");
     start(InputMode::Record);
-    EXPECT_TRUE(recording.empty());
+    EXPECT_TRUE(recording.records.empty());
 }
 
 TEST_F(Recording, KeepsOnlyStepsInWhichAKeyChanged) {
@@ -103,11 +103,11 @@ TEST_F(Recording, KeepsOnlyStepsInWhichAKeyChanged) {
     iterateAfter(stepNanoseconds);
     letGo(keys::d);
     iterateAfter(stepNanoseconds);
-    ASSERT_EQ(recording.size(), 2u);
-    EXPECT_EQ(recording[0].frame, 1u);
-    EXPECT_EQ(recording[0].newKeyStates, (KeyChanges{{keys::d, KeyState::Pressed}}));
-    EXPECT_EQ(recording[1].frame, 3u);
-    EXPECT_EQ(recording[1].newKeyStates, (KeyChanges{{keys::d, KeyState::Released}}));
+    ASSERT_EQ(recording.records.size(), 2u);
+    EXPECT_EQ(recording.records[0].frame, 1u);
+    EXPECT_EQ(recording.records[0].newKeyStates, (KeyChanges{{keys::d, KeyState::Pressed}}));
+    EXPECT_EQ(recording.records[1].frame, 3u);
+    EXPECT_EQ(recording.records[1].newKeyStates, (KeyChanges{{keys::d, KeyState::Released}}));
 }
 
 TEST_F(Recording, ListsChangesInTheOrderOfSampling) {
@@ -120,8 +120,8 @@ TEST_F(Recording, ListsChangesInTheOrderOfSampling) {
     const KeyChanges expected = {{keys::w, KeyState::Pressed},     {keys::a, KeyState::Pressed},
                                  {keys::right, KeyState::Pressed}, {keys::x, KeyState::Pressed},
                                  {keys::space, KeyState::Pressed}, {keys::enter, KeyState::Pressed}};
-    ASSERT_EQ(recording.size(), 1u);
-    EXPECT_EQ(recording[0].newKeyStates, expected);
+    ASSERT_EQ(recording.records.size(), 1u);
+    EXPECT_EQ(recording.records[0].newKeyStates, expected);
     saveRecording();
     const std::string file = data.read("recording.json5");
     std::size_t at = 0;
@@ -143,22 +143,22 @@ TEST_F(Recording, AppliesChangesWhateverTheirOrder) {
 }
 
 TEST_F(Recording, WhatWasSavedLoadsAsItWas) {
-    recording = {{2, {{keys::d, KeyState::Pressed}, {keys::x, KeyState::Released}}},
-                 {700, {{keys::d, KeyState::Up}}}};
-    const std::vector<InputRecord> saved = recording;
+    writable::recording.records = {{2, {{keys::d, KeyState::Pressed}, {keys::x, KeyState::Released}}},
+                                   {700, {{keys::d, KeyState::Up}}}};
+    const std::vector<InputRecord> saved = recording.records;
     saveRecording();
-    recording.clear();
+    writable::recording.records.clear();
     loadRecording();
-    ASSERT_EQ(recording.size(), saved.size());
+    ASSERT_EQ(recording.records.size(), saved.size());
     for (std::size_t i = 0; i < saved.size(); ++i) {
-        EXPECT_EQ(recording[i].frame, saved[i].frame);
-        EXPECT_EQ(recording[i].newKeyStates, saved[i].newKeyStates);
+        EXPECT_EQ(recording.records[i].frame, saved[i].frame);
+        EXPECT_EQ(recording.records[i].newKeyStates, saved[i].newKeyStates);
     }
     EXPECT_FALSE(std::filesystem::exists("recording.json5.new"));
 }
 
 TEST_F(Recording, IsWrittenInTheWritersLayout) {
-    recording = {{2, {{keys::d, KeyState::Pressed}}}};
+    writable::recording.records = {{2, {{keys::d, KeyState::Pressed}}}};
     saveRecording();
     EXPECT_EQ(data.read("recording.json5"), "[\n"
                                             "  {\n"

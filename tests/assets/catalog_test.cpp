@@ -1,13 +1,14 @@
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "render/gl.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/fakes/scratch_folder.h"
 #include "tests/world/world_fixture.h"
 
@@ -40,7 +41,7 @@ std::string dds(std::uint32_t width, std::uint32_t height) {
 class CatalogTest : public testing::Test {
 protected:
     CatalogTest() {
-        resetWorldGlobals();
+        resetProgram();
         glCalls.clear();
         lastName = 0;
         glCreateTextures = [](GLenum, GLsizei, GLuint* names) {
@@ -65,18 +66,15 @@ protected:
         folder.write("sun.dds", dds(16, 8));
         folder.write("moon.dds", dds(32, 8));
     }
-    ~CatalogTest() override {
-        resetGlFunctions();
-        resetWorldGlobals();
-    }
+    ~CatalogTest() override { resetProgram(); }
 
     ScratchFolder folder;
 };
 
 TEST_F(CatalogTest, LoadsImagesInTheOrderOfTheFileThenTheGlyphs) {
     folder.write("images_compressed.json5", "{zenith: 'sun.dds', afterglow: 'moon.dds'}");
-    assetCatalog.loadAll();
-    ASSERT_EQ(imageTable.size(), 2u);
+    writable::assetCatalog.loadAll();
+    ASSERT_EQ(pictures.imageTable.size(), 2u);
     EXPECT_EQ(imageByKey("zenith").name, 1u);
     EXPECT_EQ(imageByKey("zenith").width, 16u);
     EXPECT_EQ(imageByKey("zenith").height, 8u);
@@ -86,18 +84,18 @@ TEST_F(CatalogTest, LoadsImagesInTheOrderOfTheFileThenTheGlyphs) {
 }
 
 TEST_F(CatalogTest, TheGlyphTableHoldsTheLettersAToZ) {
-    assetCatalog.loadAll();
-    ASSERT_EQ(glyphTable.size(), 26u);
-    for (std::size_t letter = 0; letter < glyphTable.size(); ++letter) {
-        EXPECT_EQ(glyphTable[letter].name, letter + 1);
-        EXPECT_EQ(glyphTable[letter].width, 4 * (letter + 1));
+    writable::assetCatalog.loadAll();
+    ASSERT_EQ(pictures.glyphTable.size(), 26u);
+    for (std::size_t letter = 0; letter < writable::pictures.glyphTable.size(); ++letter) {
+        EXPECT_EQ(pictures.glyphTable[letter].name, letter + 1);
+        EXPECT_EQ(pictures.glyphTable[letter].width, 4 * (letter + 1));
     }
 }
 
 TEST_F(CatalogTest, AMissingGlyphStopsTheGame) {
     std::filesystem::remove("AssetsCompressed/Font/Z.dds");
     try {
-        assetCatalog.loadAll();
+        writable::assetCatalog.loadAll();
         FAIL() << "the game went on";
     } catch (const FatalError& error) {
         EXPECT_THAT(error.what(), testing::HasSubstr("AssetsCompressed/Font/Z.dds"));
@@ -109,7 +107,7 @@ TEST_F(CatalogTest, AnImageThatIsNoStringIsLookedForUnderAnEmptyPath) {
     wantedKinds.clear();
     jsonKindMismatchHandler = [](const JsonValue&, JsonKind wanted) { wantedKinds.push_back(wanted); };
     folder.write("images_compressed.json5", "{sun: 5}");
-    EXPECT_THROW(assetCatalog.loadAll(), FatalError);
+    EXPECT_THROW(writable::assetCatalog.loadAll(), FatalError);
     resetJsonKindMismatchHandler();
     EXPECT_THAT(wantedKinds, testing::ElementsAre(JsonKind::String));
 }
@@ -117,7 +115,7 @@ TEST_F(CatalogTest, AnImageThatIsNoStringIsLookedForUnderAnEmptyPath) {
 TEST_F(CatalogTest, KeepsRecipesAndPrefabs) {
     folder.write("recipes.json5", "{crate: {_type: 'Object'}, barrel: {_type: 'Movable'}}");
     folder.write("prefabs.json5", "{pair: [{recipe: 'crate'}]}");
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     EXPECT_EQ(assetCatalog.recipes.size(), 2u);
     ASSERT_TRUE(assetCatalog.recipes.contains("crate"));
     EXPECT_EQ(assetCatalog.recipes.find("barrel")->get("_type").stringValue(), "Movable");
@@ -128,10 +126,10 @@ TEST_F(CatalogTest, KeepsRecipesAndPrefabs) {
 TEST_F(CatalogTest, ASecondLoadReplacesTheWholeTables) {
     folder.write("recipes.json5", "{crate: {_type: 'Object'}, barrel: {}}");
     folder.write("prefabs.json5", "{pair: [1], row: []}");
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     folder.write("recipes.json5", "{crate: {_type: 'Movable'}}");
     folder.write("prefabs.json5", "{pair: [1, 2]}");
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     EXPECT_EQ(assetCatalog.recipes.size(), 1u);
     EXPECT_EQ(assetCatalog.recipes.find("crate")->get("_type").stringValue(), "Movable");
     EXPECT_EQ(assetCatalog.prefabs.size(), 1u);
@@ -141,8 +139,8 @@ TEST_F(CatalogTest, ASecondLoadReplacesTheWholeTables) {
 TEST_F(CatalogTest, MissingAndMalformedFilesGiveEmptyOrPartialTables) {
     folder.write("images_compressed.json5", "[1, 2]");
     folder.write("recipes.json5", "{crate: {_type: 'Object'}, barrel: ");
-    assetCatalog.loadAll();
-    EXPECT_TRUE(imageTable.empty());
+    writable::assetCatalog.loadAll();
+    EXPECT_TRUE(pictures.imageTable.empty());
     EXPECT_TRUE(assetCatalog.recipes.contains("crate"));
     EXPECT_TRUE(assetCatalog.prefabs.empty());
 }
@@ -150,16 +148,16 @@ TEST_F(CatalogTest, MissingAndMalformedFilesGiveEmptyOrPartialTables) {
 TEST_F(CatalogTest, ReleaseDeletesImagesInTheirOrderThenGlyphsAndForgetsAll) {
     folder.write("images_compressed.json5", "{zenith: 'sun.dds', afterglow: 'moon.dds'}");
     folder.write("recipes.json5", "{crate: {}}");
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     glCalls.clear();
-    assetCatalog.releaseAll();
+    writable::assetCatalog.releaseAll();
     ASSERT_EQ(glCalls.size(), 28u);
     for (std::size_t number = 0; number < glCalls.size(); ++number) {
         EXPECT_EQ(glCalls[number], "delete " + std::to_string(number + 1));
     }
-    EXPECT_TRUE(imageTable.empty());
+    EXPECT_TRUE(pictures.imageTable.empty());
     EXPECT_TRUE(assetCatalog.recipes.empty());
-    for (const Texture2D& glyph : glyphTable) {
+    for (const Texture2D& glyph : writable::pictures.glyphTable) {
         EXPECT_EQ(glyph.name, 0u);
         EXPECT_EQ(glyph.width, 0u);
     }
@@ -167,11 +165,11 @@ TEST_F(CatalogTest, ReleaseDeletesImagesInTheirOrderThenGlyphsAndForgetsAll) {
 
 TEST_F(CatalogTest, ResetForgetsWithoutTouchingOpenGl) {
     folder.write("images_compressed.json5", "{sun: 'sun.dds'}");
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     glCalls.clear();
-    assetCatalog.reset();
+    resetProgram();
     EXPECT_TRUE(glCalls.empty());
-    EXPECT_TRUE(imageTable.empty());
+    EXPECT_TRUE(pictures.imageTable.empty());
 }
 
 } // namespace

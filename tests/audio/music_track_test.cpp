@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "audio/music_selection.h"
+#include "audio/music_writer.h"
 
 namespace dunkman {
 namespace {
@@ -54,15 +54,15 @@ TEST(MusicTrack, SaysWhatIsDueWithoutMoving) {
 }
 
 TEST(SelectedTrack, FollowsTheSelectionAndIsNullForAnyOtherNumber) {
-    musicSelection = MusicSelection::Intro;
-    EXPECT_EQ(selectedTrack(), &introTrack);
-    musicSelection = MusicSelection::Game;
-    EXPECT_EQ(selectedTrack(), &gameTrack);
+    writable::music.musicSelection = MusicSelection::Intro;
+    EXPECT_EQ(selectedTrack(), &music.introTrack);
+    writable::music.musicSelection = MusicSelection::Game;
+    EXPECT_EQ(selectedTrack(), &music.gameTrack);
     for (const std::int32_t number : {0, 3, -1, 1000}) {
-        musicSelection = static_cast<MusicSelection>(number);
+        writable::music.musicSelection = static_cast<MusicSelection>(number);
         EXPECT_EQ(selectedTrack(), nullptr) << number;
     }
-    musicSelection = MusicSelection::None;
+    writable::music.musicSelection = MusicSelection::None;
 }
 
 TEST(MusicSelection, HasTheNumbersOfItsNames) {

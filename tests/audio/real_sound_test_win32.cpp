@@ -9,7 +9,7 @@
 
 #include "audio/decode.h"
 #include "audio/fed_ring.h"
-#include "audio/music_selection.h"
+#include "audio/music_writer.h"
 #include "audio/sound.h"
 #include "tests/audio/debug_lines.h"
 
@@ -112,16 +112,16 @@ double stopMillisecondsAfter(unsigned playMilliseconds) {
     const std::size_t lines = testing::takeDebugLines().size();
     const bool hasDevice = lines == 0;
     EXPECT_LE(lines, 1u); // that there is none
-    gameTrack.samples.assign(48000, 100);
-    gameTrack.loop = true;
-    musicSelection = MusicSelection::Game;
+    writable::music.gameTrack.samples.assign(48000, 100);
+    writable::music.gameTrack.loop = true;
+    writable::music.musicSelection = MusicSelection::Game;
     for (unsigned passed = 0; passed < playMilliseconds; passed += 10) {
         feedAudio();
         Sleep(10);
     }
     if (hasDevice && playMilliseconds >= 300) {
         // The device takes what time has passed; a busy machine's may be slow.
-        EXPECT_GT(gameTrack.position, 48u * 30u);
+        EXPECT_GT(music.gameTrack.position, 48u * 30u);
     }
     const auto start = std::chrono::steady_clock::now();
     stopAudio();

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "audio/fed_ring.h"
-#include "audio/music_selection.h"
 #include "audio/music_track.h"
+#include "audio/music_writer.h"
 #include "tests/audio/debug_lines.h"
 
 // The process-wide functions, on the device that takes nothing.
@@ -25,28 +25,28 @@ float leftAt(std::uint32_t position) { return *reinterpret_cast<const float*>(fe
 TEST_F(Sound, LoopsTheGameTrackAndRewindsTheIntro) {
     startAudio();
     loadMusicTracks();
-    EXPECT_TRUE(gameTrack.loop);
-    EXPECT_FALSE(introTrack.loop);
-    EXPECT_EQ(gameTrack.position, gameTrack.frameCount());
-    EXPECT_EQ(introTrack.position, 0u);
-    EXPECT_EQ(musicSelection, MusicSelection::None);
+    EXPECT_TRUE(music.gameTrack.loop);
+    EXPECT_FALSE(music.introTrack.loop);
+    EXPECT_EQ(music.gameTrack.position, music.gameTrack.frameCount());
+    EXPECT_EQ(music.introTrack.position, 0u);
+    EXPECT_EQ(music.musicSelection, MusicSelection::None);
     EXPECT_EQ(testing::takeDebugLines(), std::vector<std::string>());
 }
 
 TEST_F(Sound, FeedsTheSelectedTrack) {
     startAudio();
-    introTrack.samples.assign(9600, 16384);
-    gameTrack.samples.assign(9600, 8192);
+    writable::music.introTrack.samples.assign(9600, 16384);
+    writable::music.gameTrack.samples.assign(9600, 8192);
     feedAudio();
     EXPECT_EQ(leftAt(0), 0.0f);
     const std::uint32_t behindKept = 1440 * 8;
-    musicSelection = MusicSelection::Intro;
+    writable::music.musicSelection = MusicSelection::Intro;
     feedAudio();
     EXPECT_EQ(leftAt(behindKept), 0.5f);
-    musicSelection = MusicSelection::Game;
+    writable::music.musicSelection = MusicSelection::Game;
     feedAudio();
     EXPECT_EQ(leftAt(behindKept), 0.25f);
-    musicSelection = static_cast<MusicSelection>(3);
+    writable::music.musicSelection = static_cast<MusicSelection>(3);
     feedAudio();
     EXPECT_EQ(leftAt(behindKept), 0.0f);
 }
@@ -70,15 +70,15 @@ TEST_F(Sound, DoesNothingBeforeStartAndAfterStop) {
 }
 
 TEST_F(Sound, ResetForgetsTracksAndSelection) {
-    gameTrack.samples.assign(10, 1);
-    gameTrack.loop = true;
-    introTrack.position = 5;
-    musicSelection = MusicSelection::Game;
+    writable::music.gameTrack.samples.assign(10, 1);
+    writable::music.gameTrack.loop = true;
+    writable::music.introTrack.position = 5;
+    writable::music.musicSelection = MusicSelection::Game;
     resetAudio();
-    EXPECT_EQ(gameTrack.frameCount(), 0u);
-    EXPECT_FALSE(gameTrack.loop);
-    EXPECT_EQ(introTrack.position, 0u);
-    EXPECT_EQ(musicSelection, MusicSelection::None);
+    EXPECT_EQ(music.gameTrack.frameCount(), 0u);
+    EXPECT_FALSE(music.gameTrack.loop);
+    EXPECT_EQ(music.introTrack.position, 0u);
+    EXPECT_EQ(music.musicSelection, MusicSelection::None);
 }
 
 } // namespace

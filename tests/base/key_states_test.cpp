@@ -1,4 +1,4 @@
-#include "base/key_states.h"
+#include "base/key_states_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -28,9 +28,9 @@ TEST_F(KeyStates, ReadPressedOnceThenHeldThenReleasedOnceThenUp) {
 
 TEST_F(KeyStates, QueryEntersAKeyAsUpButFindDoesNot) {
     EXPECT_EQ(findKeyState(keys::escape), KeyState::Up);
-    EXPECT_TRUE(allKeyStates().empty());
+    EXPECT_TRUE(keyStates.empty());
     EXPECT_EQ(keyState(keys::escape), KeyState::Up);
-    EXPECT_EQ(allKeyStates().size(), 1u);
+    EXPECT_EQ(keyStates.size(), 1u);
 }
 
 TEST_F(KeyStates, ReferencesStayValidWhileOtherKeysAreEntered) {
@@ -95,9 +95,9 @@ TEST_F(KeyStates, ReleasingAllKeysLeavesEveryEntryInPlace) {
     keyState(keys::z) = KeyState::Pressed;
     keyState(keys::d) = KeyState::Released;
     releaseAllKeys();
-    EXPECT_EQ(allKeyStates().size(), 3u);
+    EXPECT_EQ(keyStates.size(), 3u);
     EXPECT_EQ(&held, &keyState(keys::x));
-    for (const auto& [key, state] : allKeyStates()) {
+    for (const auto& [key, state] : keyStates) {
         EXPECT_EQ(state, KeyState::Up) << key;
     }
 }
@@ -106,7 +106,7 @@ TEST_F(KeyStates, ClearForgetsEveryKey) {
     keyState(keys::x) = KeyState::Held;
     clearKeyStates();
     EXPECT_EQ(findKeyState(keys::x), KeyState::Up);
-    EXPECT_TRUE(allKeyStates().empty());
+    EXPECT_TRUE(keyStates.empty());
 }
 
 } // namespace

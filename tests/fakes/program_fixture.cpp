@@ -1,6 +1,8 @@
 #include "tests/fakes/program_fixture.h"
 
+#include "app/reset.h"
 #include "platform/simulated/gl_sim.h"
+#include "screens/screen_writer.h"
 #include "tools/headless/runner.h"
 
 namespace dunkman {
@@ -19,13 +21,13 @@ void ProbeScreen::render() {
     }
 }
 
-ProgramFixture::ProgramFixture() { headless::resetProgram(); }
+ProgramFixture::ProgramFixture() { resetProgram(); }
 
 ProgramFixture::~ProgramFixture() {
     if (replacedScreen != nullptr) {
-        screenTable[replacedId] = replacedScreen;
+        writable::screenState.screenTable[replacedId] = replacedScreen;
     }
-    headless::resetProgram();
+    resetProgram();
 }
 
 void ProgramFixture::start(InputMode mode, ScreenId screen) {
@@ -49,9 +51,9 @@ int ProgramFixture::iterateUntil(ScreenId screen, int most) {
 
 void ProgramFixture::installProbe(ScreenId id) {
     replacedId = id;
-    replacedScreen = screenTable.at(id);
-    screenTable[id] = &probe;
-    currentScreen = &probe;
+    replacedScreen = screenState.screenTable.at(id);
+    writable::screenState.screenTable[id] = &probe;
+    writable::screenState.currentScreen = &probe;
 }
 
 std::vector<std::string> ProgramFixture::drawLines(void (*action)()) {

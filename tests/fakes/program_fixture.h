@@ -49,7 +49,6 @@ protected:
 
     static void press(std::int32_t virtualKey) { simulated::machine.keysDown.insert(virtualKey); }
     static void letGo(std::int32_t virtualKey) { simulated::machine.keysDown.erase(virtualKey); }
-    static bool isCurrent(ScreenId id) { return currentScreen == screenTable.at(id); }
 
     // The `draw` and `view` lines of what `action` draws.
     static std::vector<std::string> drawLines(void (*action)());

@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "base/frame_state_writer.h"
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/renderer.h"
@@ -229,8 +230,7 @@ void deleteVertexArrays(GLsizei count, const GLuint* names) {
 
 void resetRenderState() {
     resetRenderer();
-    resetImageTable();
-    resetGlFunctions();
+    writable::frameState = {};
 }
 
 } // namespace

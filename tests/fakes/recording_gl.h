@@ -21,7 +21,7 @@ struct FakeStorageBlock {
 
 // Stands behind every pointer of render/gl.h while it lives and writes every call down, as `glEnable(GL_BLEND)`.
 // Arrays whose contents matter are written out in braces, other pointers as `*`. Names are handed out from 1 on, over
-// all kinds of object. Starts and ends with the process-wide render state as it is before start-up.
+// all kinds of object. Starts and ends with the process-wide state that drawing reads as it is before start-up.
 class RecordingGl {
 public:
     RecordingGl();

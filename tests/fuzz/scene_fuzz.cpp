@@ -1,20 +1,20 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "app/main_loop.h"
 #include "app/program.h"
-#include "app/recording.h"
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"
 #include "json5/reader.h"
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
-#include "tools/headless/runner.h"
 #include "world/arena.h"
 #include "world/player.h"
 #include "world/scene_loader.h"
@@ -47,20 +47,25 @@ constexpr std::string_view prefabs = R"({
     "more": [{"prefab": "some", "offset": [1, 0]}, {"recipe": "Arena", "tag": "arena"}, {"recipe": "SpawnPoint"}]
 })";
 
-// The program, started once for all inputs; its files are needed only while it starts.
-class StartedProgram {
+// The files that every game starts from, written once. The current directory is the fuzzer's own but for start-up.
+class GameFolder {
 public:
-    StartedProgram() {
-        const SmallData data;
+    GameFolder() {
         data.write("recipes.json5", recipes());
         data.write("prefabs.json5", prefabs);
         data.write("scene.json5", R"([{"recipe": "Player"}])");
-        headless::resetProgram();
-        startUp(InputMode::Record, ScreenId::Game);
+        std::filesystem::current_path(before);
     }
-    ~StartedProgram() { headless::resetProgram(); }
-    StartedProgram(const StartedProgram&) = delete;
-    StartedProgram& operator=(const StartedProgram&) = delete;
+
+    void start() const {
+        std::filesystem::current_path(data.folder);
+        startUp(InputMode::Record, ScreenId::Game);
+        std::filesystem::current_path(before);
+    }
+
+private:
+    const std::filesystem::path before = std::filesystem::current_path();
+    const SmallData data;
 };
 
 void play(std::string_view scene) {
@@ -69,8 +74,7 @@ void play(std::string_view scene) {
     parseDocument(scene, report, entries);
     loadGroup(entries);
     world.applyPending();
-    currentScreen = screenTable[ScreenId::Game];
-    for (int step = 0; step < gameSteps && currentScreen == screenTable[ScreenId::Game]; ++step) {
+    for (int step = 0; step < gameSteps && isCurrent(ScreenId::Game); ++step) {
         if (Player* hero = world.first<Player>()) {
             hero->health = std::min(hero->health, mostHearts);
         }
@@ -92,10 +96,10 @@ void play(std::string_view scene) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const StartedProgram program;
-    resetWorld();
-    resetRecording();
-    clearKeyStates();
+    static const GameFolder folder;
+    resetProgram();
+    folder.start();
+    world.clear();
     try {
         play({reinterpret_cast<const char*>(data), size});
     } catch (const FatalError&) {
@@ -103,7 +107,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } catch (const std::out_of_range&) {
         // a number that does not fit
     }
-    resetWorld();
-    simulated::machine.debugLines.clear();
+    resetProgram();
     return 0;
 }

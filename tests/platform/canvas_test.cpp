@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 
 namespace dunkman::platform {
@@ -96,7 +97,7 @@ protected:
         glClear = clear;
         glViewport = viewport;
     }
-    ~CanvasTest() override { resetGlFunctions(); }
+    ~CanvasTest() override { resetProgram(); }
 
     // What a swap puts on the screen.
     std::string show() const {

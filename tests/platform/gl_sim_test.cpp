@@ -4,9 +4,10 @@
 
 #include <filesystem>
 
+#include "app/reset.h"
 #include "platform/simulated/shader_scan.h"
 #include "render/gl.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "render/renderer.h"
 #include "render/renderer_objects.h"
 #include "render/sprite.h"
@@ -64,7 +65,6 @@ TEST(ShaderScan, SurvivesTextThatEndsAnywhere) {
 class SimulatedGl : public testing::Test {
 protected:
     SimulatedGl() {
-        resetImageTable();
         simulated::loadGlFunctions();
         std::filesystem::current_path(before / "data");
         createRenderer();
@@ -72,10 +72,7 @@ protected:
     }
     ~SimulatedGl() override {
         simulated::setDrawTrace({});
-        resetRenderer();
-        resetImageTable();
-        simulated::resetGl();
-        resetGlFunctions();
+        resetProgram();
         std::filesystem::current_path(before);
     }
 
@@ -103,7 +100,7 @@ TEST_F(SimulatedGl, TellsTheRendererWhatTheShadersDeclare) {
 }
 
 TEST_F(SimulatedGl, TracesASpriteWithItsImageKey) {
-    Texture2D& flamingo = imageTable["flamingo"];
+    Texture2D& flamingo = writable::pictures.imageTable["flamingo"];
     glCreateTextures(GL_TEXTURE_2D, 1, &flamingo.name);
     draw(flamingo);
     EXPECT_THAT(lines, ElementsAre("draw image=flamingo flags=3 dest=-0x1.8p+0,-0x0p+0,0x1.8p+1,0x1p+2 "
@@ -112,16 +109,16 @@ TEST_F(SimulatedGl, TracesASpriteWithItsImageKey) {
 }
 
 TEST_F(SimulatedGl, TracesAGlyphWithItsLetter) {
-    glCreateTextures(GL_TEXTURE_2D, 1, &glyphTable[2].name);
-    draw(glyphTable[2]);
+    glCreateTextures(GL_TEXTURE_2D, 1, &writable::pictures.glyphTable[2].name);
+    draw(writable::pictures.glyphTable[2]);
     EXPECT_THAT(lines.at(0), testing::StartsWith("draw image=glyph:C flags="));
 }
 
 TEST_F(SimulatedGl, FindsImagesThatWereLoadedAfterTheFirstDraw) {
-    glCreateTextures(GL_TEXTURE_2D, 1, &imageTable["first"].name);
-    draw(imageTable["first"]);
-    glCreateTextures(GL_TEXTURE_2D, 1, &imageTable["second"].name);
-    draw(imageTable["second"]);
+    glCreateTextures(GL_TEXTURE_2D, 1, &writable::pictures.imageTable["first"].name);
+    draw(writable::pictures.imageTable["first"]);
+    glCreateTextures(GL_TEXTURE_2D, 1, &writable::pictures.imageTable["second"].name);
+    draw(writable::pictures.imageTable["second"]);
     EXPECT_THAT(lines.at(1), testing::StartsWith("draw image=second "));
 }
 
@@ -137,7 +134,7 @@ TEST_F(SimulatedGl, TracesAViewBeforeTheSpritesDrawnThroughIt) {
     matrix[0] = 0.5f;
     matrix[15] = 1.0f;
     setViewProjection(matrix);
-    draw(imageTable["any"]);
+    draw(writable::pictures.imageTable["any"]);
     setViewProjection(matrix);
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0],
@@ -148,7 +145,7 @@ TEST_F(SimulatedGl, TracesAViewBeforeTheSpritesDrawnThroughIt) {
 
 TEST_F(SimulatedGl, TracesNothingWhenNobodyLooks) {
     simulated::setDrawTrace({});
-    draw(imageTable["any"]);
+    draw(writable::pictures.imageTable["any"]);
     EXPECT_THAT(lines, testing::IsEmpty());
 }
 

@@ -38,7 +38,7 @@ struct Adjustment {
 class ShownSprite : public testing::Test {
 protected:
     ShownSprite() {
-        simulated::resetMachine();
+        platform::resetMachine();
         simulated::machine.clientSize = {8, 8};
         simulated::loadGlFunctions();
         const std::filesystem::path before = std::filesystem::current_path();
@@ -52,8 +52,7 @@ protected:
 
     ~ShownSprite() override {
         resetRenderer();
-        simulated::resetGl();
-        simulated::resetMachine();
+        platform::resetMachine();
     }
 
     // A picture of one colour, in 5, 6 and 5 bits.
@@ -74,9 +73,14 @@ protected:
     // Draws it all over the window.
     static void draw(const Texture2D& texture, Adjustment adjustment, SpriteMode mode = SpriteMode::World,
                      double zOffset = 0.0) {
-        Vec2 pivot = {0.5, 0.5};
-        drawSprite(texture, false, true, mode, adjustment.gamma, adjustment.gain, adjustment.saturation, 1.0,
-                   1.0, 1.0, {0.0, 0.0}, {2.0, 2.0}, pivot, {1.0, 1.0}, 0.0, zOffset);
+        dunkman::draw({.texture = texture,
+                       .mirrorY = true,
+                       .mode = mode,
+                       .gamma = adjustment.gamma,
+                       .gain = adjustment.gain,
+                       .saturation = adjustment.saturation,
+                       .size = {2.0, 2.0},
+                       .zOffset = zOffset});
     }
 
     // The colour in a row, counted from the top.

@@ -83,8 +83,8 @@ TEST_F(MaterialTest, BindUsesTheProgramGivesUnitsThenUploadsWhatIsSetInRecordOrd
     EXPECT_THAT(gl.calls, ElementsAre("glUseProgram(1)", "glUniform1i(16, 3)", "glUniform1i(17, 4)",
                                       "glUniform1i(18, 0)", "glUniform1fv(10, 1, {0.25})",
                                       "glUniform1uiv(15, 1, {9})"));
-    EXPECT_EQ(currentProgram, &program());
-    EXPECT_EQ(currentMaterial, &material);
+    EXPECT_EQ(bindingState.currentProgram, &program());
+    EXPECT_EQ(bindingState.currentMaterial, &material);
 }
 
 TEST_F(MaterialTest, BindDoesNothingWhenCurrent) {
@@ -104,7 +104,7 @@ TEST_F(MaterialTest, BindOfASecondMaterialOfTheProgramKeepsTheProgram) {
     gl.calls.clear();
     second.bind();
     EXPECT_THAT(gl.calls, ElementsAre("glUniform1fv(10, 1, {2})"));
-    EXPECT_EQ(currentMaterial, &second);
+    EXPECT_EQ(bindingState.currentMaterial, &second);
 }
 
 TEST_F(MaterialTest, ValueStoredUnderAnotherMaterialArrivesWithTheNextBind) {

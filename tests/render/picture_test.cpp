@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "base/fatal.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/render/sprite_scene.h"
 
 namespace dunkman {
@@ -16,7 +16,7 @@ protected:
     Pictures() {
         std::uint32_t name = 200;
         for (const char* key : {"logo", "cocktailFull"}) {
-            imageTable[key] = SpriteScene::texture(name++, 200, 100);
+            writable::pictures.imageTable[key] = SpriteScene::texture(name++, 200, 100);
         }
     }
 
@@ -39,7 +39,7 @@ TEST_F(Pictures, TakeTheirModeFromTheCaller) {
 }
 
 TEST_F(Pictures, TakeAnExtentOfZeroTexelsForOne) {
-    imageTable["logo"] = SpriteScene::texture(1, 0, 0);
+    writable::pictures.imageTable["logo"] = SpriteScene::texture(1, 0, 0);
     drawPicture("logo", {}, 2.0, 0.0, 0.0, 0, SpriteMode::Interface);
     EXPECT_THAT(scene.takeSprites().at(0).destMinAndSize, ElementsAre(-1.0, -1.0, 2.0, 2.0));
 }

@@ -188,8 +188,8 @@ TEST_F(ProgramBuilding, ReleaseUnbindsTheProgramInUseFirst) {
     gl.calls.clear();
     program.release();
     EXPECT_THAT(gl.calls, ElementsAre("glUseProgram(0)", "glDeleteProgram(1)"));
-    EXPECT_EQ(currentProgram, nullptr);
-    EXPECT_EQ(currentMaterial, nullptr);
+    EXPECT_EQ(bindingState.currentProgram, nullptr);
+    EXPECT_EQ(bindingState.currentMaterial, nullptr);
 }
 
 TEST_F(ProgramBuilding, ReleaseLeavesAnotherProgramBound) {
@@ -198,8 +198,8 @@ TEST_F(ProgramBuilding, ReleaseLeavesAnotherProgramBound) {
     Material material(other);
     material.bind();
     program.release();
-    EXPECT_EQ(currentProgram, &other);
-    EXPECT_EQ(currentMaterial, &material);
+    EXPECT_EQ(bindingState.currentProgram, &other);
+    EXPECT_EQ(bindingState.currentMaterial, &material);
 }
 
 TEST(OpaqueType, IsEachOfTheSeventyThree) {

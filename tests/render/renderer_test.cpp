@@ -95,7 +95,7 @@ TEST(RendererEnd, UnbindsTheProgramWhereItIsBound) {
     scene.gl.calls.clear();
     releaseRenderer();
     EXPECT_EQ(scene.gl.calls.front(), "glUseProgram(0)");
-    EXPECT_EQ(currentMaterial, nullptr);
+    EXPECT_EQ(bindingState.currentMaterial, nullptr);
 }
 
 TEST(RendererEnd, DoesNothingWithoutARenderer) {
@@ -111,7 +111,7 @@ TEST(RendererEnd, CanBeForgottenWithoutTouchingOpenGl) {
     rendererObjects->material.bind();
     scene.gl.calls.clear();
     resetRenderer();
-    EXPECT_EQ(currentMaterial, nullptr);
+    EXPECT_EQ(bindingState.currentMaterial, nullptr);
     EXPECT_THAT(scene.gl.calls, testing::IsEmpty());
 }
 

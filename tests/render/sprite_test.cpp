@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "render/renderer_objects.h"
 #include "render/view.h"
 #include "tests/render/sprite_scene.h"
@@ -15,8 +15,6 @@ using testing::ElementsAre;
 
 class SpriteDrawing : public testing::Test {
 protected:
-    ~SpriteDrawing() override { resetFrameState(); }
-
     // One sprite of these properties, 3 wide and 4 high at (1, 2).
     struct Look {
         bool mirrorX = false;
@@ -177,7 +175,7 @@ TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
 class ScreenProjection : public SpriteDrawing {
 protected:
     std::string projectionAt(double aspect) {
-        aspectRatio = aspect;
+        writable::frameState.aspectRatio = aspect;
         rendererObjects->material.bind();
         scene.gl.calls.clear();
         setScreenProjection();

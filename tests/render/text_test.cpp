@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/render/sprite_scene.h"
 
 namespace dunkman {
@@ -18,8 +18,8 @@ protected:
     Text() {
         for (std::size_t letter = 0; letter < glyphCount; ++letter) {
             const std::uint32_t width = letter == 0 ? 64 : letter == 1 ? 96 : 32;
-            glyphTable[letter] = SpriteScene::texture(100 + static_cast<std::uint32_t>(letter), width,
-                                                      letter == 25 ? 256 : 128);
+            writable::pictures.glyphTable[letter] = SpriteScene::texture(
+                100 + static_cast<std::uint32_t>(letter), width, letter == 25 ? 256 : 128);
         }
     }
 
@@ -134,7 +134,7 @@ TEST_F(Text, TakesEveryOtherByteForASpace) {
 }
 
 TEST_F(Text, TakesGlyphsWithoutTexelsForOneTexel) {
-    glyphTable.fill(Texture2D());
+    writable::pictures.glyphTable.fill(Texture2D());
     drawText("A", 0, 0.5, 0.0, {}, {0.0, 0.0});
     EXPECT_THAT(scene.takeSprites().at(0).destMinAndSize, ElementsAre(0.0, 0.0, 0.5, 0.5));
 }

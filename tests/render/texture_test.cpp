@@ -6,7 +6,8 @@
 #include <fstream>
 
 #include "base/fatal.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
+#include "render/renderer.h"
 #include "tests/fakes/recording_gl.h"
 #include "tests/render/dds_bytes.h"
 
@@ -91,7 +92,7 @@ TEST(Texture, AspectTakesAnExtentOfZeroForOne) {
 }
 
 TEST(ImageTable, NamesAnUnknownKey) {
-    resetImageTable();
+    const RecordingGl gl;
     try {
         imageByKey("flamingoo");
         FAIL();
@@ -101,11 +102,11 @@ TEST(ImageTable, NamesAnUnknownKey) {
 }
 
 TEST(ImageTable, FindsAKey) {
-    resetImageTable();
-    imageTable["sunset"].name = 5;
+    const RecordingGl gl;
+    writable::pictures.imageTable["sunset"].name = 5;
     EXPECT_EQ(imageByKey("sunset").name, 5u);
-    resetImageTable();
-    EXPECT_TRUE(imageTable.empty());
+    resetRenderer();
+    EXPECT_TRUE(pictures.imageTable.empty());
 }
 
 } // namespace

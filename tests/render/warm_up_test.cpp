@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/render/sprite_scene.h"
 
 namespace dunkman {
@@ -11,10 +11,11 @@ namespace {
 class WarmUp : public testing::Test {
 protected:
     WarmUp() {
-        imageTable["sunset"] = SpriteScene::texture(300, 1536, 768);
-        imageTable["zombie"] = SpriteScene::texture(301, 200, 100);
+        writable::pictures.imageTable["sunset"] = SpriteScene::texture(300, 1536, 768);
+        writable::pictures.imageTable["zombie"] = SpriteScene::texture(301, 200, 100);
         for (std::size_t letter = 0; letter < glyphCount; ++letter) {
-            glyphTable[letter] = SpriteScene::texture(400 + static_cast<std::uint32_t>(letter), 64, 128);
+            writable::pictures.glyphTable[letter] =
+                SpriteScene::texture(400 + static_cast<std::uint32_t>(letter), 64, 128);
         }
     }
 

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/reset.h"
 #include "tests/replays/trace_digest.h"
 #include "tools/headless/key_script.h"
 #include "tools/headless/options.h"
@@ -59,7 +60,7 @@ std::vector<std::string> runDigest(const files::path& folder) {
     files::current_path(options.dataFolder);
     TraceDigest digest;
     headless::run(options, std::move(keys), [&digest](std::string_view text) { digest.add(text); });
-    headless::resetProgram();
+    resetProgram();
     files::current_path(before);
     return digest.finish();
 }

@@ -6,6 +6,7 @@ import re
 import sys
 
 from floors import FOLDERS, cmake_lists, folder_of, include_faults, includes, link_faults
+from writers import writer_faults
 
 SYSTEM_HEADERS = re.compile(
     r'#include <(windows|windowsx|winuser|mmdeviceapi|audioclient|avrt|mf\w+|objbase|wrl\S*|GL/\S+|unistd|sys/\S+)'
@@ -62,6 +63,7 @@ def find_faults(files):
         if SYSTEM_HEADERS.search(text) and not re.search(r"_(win32|posix|sim)\.(h|cpp)$", path):
             faults.append(f"{path}: includes {SYSTEM_HEADERS.search(text).group(0)} without the suffix _win32")
         faults += include_faults(path, text)
+        faults += writer_faults(path, text, graph[path])
         if folder_of(path) not in PROGRAMS_AROUND:
             if re.search(r"#\s*if(def|ndef)?\b.*\b(_WIN32|__linux__|_MSC_VER)\b", text) and "_win32" not in path:
                 faults.append(f"{path}: a platform #ifdef in the core")

@@ -6,6 +6,7 @@
 
 #include "app/main_loop.h"
 #include "app/program.h"
+#include "app/reset.h"
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tools/headless/runner.h"
@@ -41,7 +42,7 @@ Play::Play(std::string_view scene, InputMode mode) {
 
 Play::~Play() {
     frameObserver = nullptr;
-    headless::resetProgram();
+    resetProgram();
 }
 
 void Play::restart(InputMode mode) {
@@ -50,7 +51,7 @@ void Play::restart(InputMode mode) {
 }
 
 void Play::begin(InputMode mode) {
-    headless::resetProgram();
+    resetProgram();
     startUp(mode, ScreenId::Game);
     frameObserver = this;
 }
@@ -125,7 +126,7 @@ std::vector<Vec2> Play::zombiePlaces() {
     return places;
 }
 
-std::string_view Play::currentScreenName() { return screenName(currentScreen); }
+std::string_view Play::currentScreenName() { return screenName(screenState.currentScreen); }
 
 std::string Play::lineOf(std::string_view objectType) const {
     const std::string start = "object " + std::string(objectType) + ' ';
@@ -140,7 +141,7 @@ std::string Play::lineOf(std::string_view objectType) const {
     return {};
 }
 
-void Play::inputApplied() { gameStepRuns = currentScreen == screenTable[ScreenId::Game]; }
+void Play::inputApplied() { gameStepRuns = isCurrent(ScreenId::Game); }
 
 void Play::updated() {
     if (gameStepRuns) {

@@ -32,8 +32,8 @@ TEST(Recording, ReplaysBitForBitUpToItsLastRecord) {
     playToTheDeath(play);
     play.untilTheEnd(1300); // the recording is saved when the credits are over
     const std::vector<std::string> recorded = play.allWorlds();
-    ASSERT_FALSE(recording.empty());
-    const std::uint64_t lastRecord = recording.back().frame;
+    ASSERT_FALSE(recording.records.empty());
+    const std::uint64_t lastRecord = recording.records.back().frame;
     ASSERT_GT(lastRecord, 600u); // a game worth the name
     ASSERT_LT(lastRecord, recorded.size());
 
@@ -45,7 +45,7 @@ TEST(Recording, ReplaysBitForBitUpToItsLastRecord) {
     for (std::size_t step = 0; step < lastRecord; ++step) {
         ASSERT_EQ(play.allWorlds()[step], recorded[step]) << "step " << step;
     }
-    EXPECT_EQ(inputMode, InputMode::Live);
+    EXPECT_EQ(frameState.inputMode, InputMode::Live);
 }
 
 TEST(Recording, TheLiveKeyboardDoesNotDisturbAReplay) {
@@ -53,7 +53,7 @@ TEST(Recording, TheLiveKeyboardDoesNotDisturbAReplay) {
     play.hold(keys::d).step(100).letGo(keys::d).tap(keys::z).hold(keys::a).step(100);
     saveRecording();
     const std::vector<std::string> recorded = play.allWorlds();
-    const auto lastRecord = static_cast<std::size_t>(recording.back().frame);
+    const auto lastRecord = static_cast<std::size_t>(recording.records.back().frame);
 
     play.restart(InputMode::Replay);
     play.hold(keys::w).hold(keys::x).until("the replay is over", [&] { return play.isOver(); });
@@ -66,13 +66,14 @@ TEST(Recording, TheSameKeysGiveTheSameGameAndTheSameFile) {
     playToTheDeath(play);
     play.untilTheEnd(1300);
     const std::string recordingFile = play.data.read("recording.json5");
-    const std::string lastWorld = play.allWorlds()[static_cast<std::size_t>(recording.back().frame) - 1];
+    const std::string lastWorld =
+        play.allWorlds()[static_cast<std::size_t>(recording.records.back().frame) - 1];
 
     play.restart(InputMode::Record);
     playToTheDeath(play);
     play.untilTheEnd(1300);
     EXPECT_EQ(play.data.read("recording.json5"), recordingFile);
-    EXPECT_EQ(play.allWorlds()[static_cast<std::size_t>(recording.back().frame) - 1], lastWorld);
+    EXPECT_EQ(play.allWorlds()[static_cast<std::size_t>(recording.records.back().frame) - 1], lastWorld);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 
 #include "app/main_loop.h"
 #include "app/program.h"
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"
 #include "platform/simulated/platform_sim.h"
@@ -53,7 +54,7 @@ struct Findings {
 class Soak {
 public:
     explicit Soak(std::uint64_t seed) : random(seed) {}
-    ~Soak() { headless::resetProgram(); }
+    ~Soak() { resetProgram(); }
     Soak(const Soak&) = delete;
     Soak& operator=(const Soak&) = delete;
 
@@ -63,7 +64,7 @@ public:
         data.write("recipes.json5", random.recipes());
         data.write("prefabs.json5", random.prefabs());
         data.write("scene.json5", random.scene());
-        headless::resetProgram();
+        resetProgram();
         try {
             startUp(random.chance(0.5) ? InputMode::Record : InputMode::Live, ScreenId::Game);
             for (std::uint32_t reloads = random.below(5); findings.steps < steps; --reloads) {
@@ -94,7 +95,7 @@ private:
 
     void play(std::uint64_t steps) {
         ++findings.scenes;
-        for (std::uint64_t done = 0; done < steps && currentScreen == screenTable[ScreenId::Game]; ++done) {
+        for (std::uint64_t done = 0; done < steps && isCurrent(ScreenId::Game); ++done) {
             turnKeys();
             simulated::machine.clockNanoseconds += stepLength();
             if (random.chance(0.01)) {
@@ -107,7 +108,7 @@ private:
         }
         const std::size_t corpses = world.objectsOfType(ObjectType::ZombieDead).size();
         findings.corpses += corpses;
-        findings.gamesLost += currentScreen != screenTable[ScreenId::Game] ? 1u : 0u;
+        findings.gamesLost += !isCurrent(ScreenId::Game) ? 1u : 0u;
     }
 
     void turnKeys() {

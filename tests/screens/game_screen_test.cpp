@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "tests/fakes/program_fixture.h"
 #include "tests/screens/draw_line.h"
 #include "world/camera.h"
@@ -18,15 +18,15 @@ class GameScreenTest : public ProgramFixture {
 protected:
     GameScreenTest() {
         start(InputMode::Live);
-        aspectRatio = 16.0 / 9.0;
+        writable::frameState.aspectRatio = 16.0 / 9.0;
         switchTo(ScreenId::Game);
-        frameDelta = 1.0 / 60.0;
+        writable::frameState.frameDelta = 1.0 / 60.0;
     }
 
     static Player& hero() { return *world.first<Player>(); }
 
     static std::vector<std::string> renderLines() {
-        return drawLines([] { currentScreen->render(); });
+        return drawLines([] { screenState.currentScreen->render(); });
     }
 
     static std::vector<DrawnSprite> hearts() {
@@ -42,14 +42,14 @@ protected:
 
 TEST_F(GameScreenTest, HealthZeroShowsNoHeartsAndGoesOn) {
     hero().health = 0;
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Game));
     EXPECT_TRUE(hearts().empty());
 }
 
 TEST_F(GameScreenTest, HealthBelowZeroEndsTheGameInTheSameStep) {
     hero().health = -1;
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::GameOver));
 }
 
@@ -106,7 +106,7 @@ TEST_F(GameScreenTest, HeartsFarRightOfTheViewAreNotDrawn) {
 }
 
 TEST_F(GameScreenTest, HeartsRockOneAfterTheOther) {
-    elapsedTime = 1.0;
+    writable::frameState.elapsedTime = 1.0;
     const std::vector<DrawnSprite> row = hearts();
     for (std::size_t i = 0; i < row.size(); ++i) {
         const double degrees = std::sin(8.0 - static_cast<double>(i) * 0.4) * 15.0;

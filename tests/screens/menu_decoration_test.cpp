@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "base/frame_state.h"
-#include "render/image_table.h"
+#include "base/frame_state_writer.h"
+#include "render/image_table_writer.h"
 #include "tests/render/sprite_scene.h"
 
 namespace dunkman {
@@ -26,16 +26,14 @@ protected:
     PicturesOfTheMenu() {
         std::uint32_t name = 200;
         for (const char* key : {"logo", "logoTheGame", "pineapple", "cocktailFull", "flamingo", "palmTree"}) {
-            imageTable[key] = SpriteScene::texture(name++, 200, 100);
+            writable::pictures.imageTable[key] = SpriteScene::texture(name++, 200, 100);
         }
     }
-    ~PicturesOfTheMenu() override { resetFrameState(); }
-
     SpriteScene scene;
 };
 
 TEST_F(PicturesOfTheMenu, OfTheDecorationRestWhereTheirSinesAreZero) {
-    elapsedTime = 0.0;
+    writable::frameState.elapsedTime = 0.0;
     drawDecorationItem({"flamingo", 1.0, 2.0, 3.0, 30.0, -0.2, 10.0, 4.0, 0.0, 0.5, 4.0, 0.0});
     const DrawnSprite item = scene.takeSprites().at(0);
     EXPECT_THAT(item.destMinAndSize, ElementsAre(-3.0, -1.5, 6.0, 3.0));
@@ -47,13 +45,13 @@ TEST_F(PicturesOfTheMenu, OfTheDecorationRestWhereTheirSinesAreZero) {
 }
 
 TEST_F(PicturesOfTheMenu, OfTheDecorationRockAboutTheirBaseAngle) {
-    elapsedTime = 0.25;
+    writable::frameState.elapsedTime = 0.25;
     drawDecorationItem({"flamingo", 0.0, 0.0, 1.0, 30.0, 0.0, 10.0, 4.0, 0.5, 0.0, 4.0, 0.0});
     EXPECT_THAT(angleOf(scene.takeSprites().at(0)), DoubleNear(30.0 + 10.0 * std::sin(1.5), 1e-4));
 }
 
 TEST_F(PicturesOfTheMenu, OfTheDecorationBobAlongTheirTilt) {
-    elapsedTime = 0.25;
+    writable::frameState.elapsedTime = 0.25;
     drawDecorationItem({"flamingo", 1.0, 2.0, 1.0, 30.0, 0.0, 0.0, 4.0, 0.0, 0.5, 4.0, 0.5});
     const double bob = 0.5 * std::sin(1.5);
     const DrawnSprite item = scene.takeSprites().at(0);
@@ -92,7 +90,7 @@ TEST_F(PicturesOfTheMenu, AreTheLogoTheSubtitleAndTheTableInOrder) {
 }
 
 TEST_F(PicturesOfTheMenu, OfTheLogoRockTogetherAndTheSubtitleBreathes) {
-    elapsedTime = 0.7;
+    writable::frameState.elapsedTime = 0.7;
     drawMenuDecoration(MenuDecoration());
     const std::vector<DrawnSprite> sprites = scene.takeSprites();
     const DrawnSprite& logo = sprites.at(0);

@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "screens/intro_screen.h"
 #include "screens/loading_screen.h"
 #include "tests/fakes/program_fixture.h"
@@ -14,12 +14,12 @@ class ScreenDrawing : public ProgramFixture {
 protected:
     void enter(ScreenId id) {
         start(InputMode::Live);
-        aspectRatio = 16.0 / 9.0;
+        writable::frameState.aspectRatio = 16.0 / 9.0;
         switchTo(id);
     }
 
     static std::vector<DrawnSprite> render() {
-        return drawnSprites(drawLines([] { currentScreen->render(); }));
+        return drawnSprites(drawLines([] { screenState.currentScreen->render(); }));
     }
 
     static int count(const std::vector<DrawnSprite>& sprites, std::string_view image) {
@@ -35,7 +35,7 @@ TEST_F(ScreenDrawing, EveryMenuLikeScreenBeginsWithTheBackground) {
     for (const ScreenId id : {ScreenId::Menu, ScreenId::GameOver, ScreenId::Pause, ScreenId::Loading,
                               ScreenId::Intro, ScreenId::Credits}) {
         enter(id);
-        const std::vector<std::string> lines = drawLines([] { currentScreen->render(); });
+        const std::vector<std::string> lines = drawLines([] { screenState.currentScreen->render(); });
         const std::vector<DrawnSprite> sprites = drawnSprites(lines);
         ASSERT_FALSE(sprites.empty());
         EXPECT_EQ(sprites[0].image, "menuBackground");
@@ -47,16 +47,16 @@ TEST_F(ScreenDrawing, EveryMenuLikeScreenBeginsWithTheBackground) {
 
 TEST_F(ScreenDrawing, BackgroundKeepsItsHeightOnWideWindowsAndGrowsOnNarrowOnes) {
     enter(ScreenId::Loading);
-    aspectRatio = 21.0 / 9.0;
+    writable::frameState.aspectRatio = 21.0 / 9.0;
     EXPECT_NEAR(render()[0].dest[3], 18.0 / 1.4750996015936255, 1e-5);
-    aspectRatio = 4.0 / 3.0;
+    writable::frameState.aspectRatio = 4.0 / 3.0;
     EXPECT_NEAR(render()[0].dest[3], 13.5, 1e-5);
 }
 
 TEST_F(ScreenDrawing, LoadingShowsItsProgressInTheGlass) {
     enter(ScreenId::Loading);
-    elapsedTime = 3.2; // floor(6.4) * 0.1 = 0.6
-    currentScreen->update();
+    writable::frameState.elapsedTime = 3.2; // floor(6.4) * 0.1 = 0.6
+    screenState.currentScreen->update();
     const std::vector<DrawnSprite> sprites = render();
     ASSERT_GE(sprites.size(), 2u);
     EXPECT_EQ(sprites[1].image, "cocktailFull");
@@ -81,12 +81,12 @@ TEST_F(ScreenDrawing, StoryTypesEightCharactersASecondAndStaysWhole) {
 
 TEST_F(ScreenDrawing, StoryLinesRunDownwardAndStartAtTheirTimes) {
     enter(ScreenId::Intro);
-    static_cast<IntroScreen&>(*currentScreen).storyTime = 11.5;
+    static_cast<IntroScreen&>(*screenState.currentScreen).storyTime = 11.5;
     std::vector<DrawnSprite> sprites = render();
     EXPECT_EQ(lettersOf(sprites), "WELCOMETOTHESTORYOFAGENTDUNKMANASIMPLEMANWORKINGHARDONTHEJOB");
     EXPECT_NEAR(sprites.back().centreY(), -3.6, 1e-5);
     EXPECT_NEAR(sprites.back().dest[3], 0.25, 1e-6);
-    static_cast<IntroScreen&>(*currentScreen).storyTime = 11.7;
+    static_cast<IntroScreen&>(*screenState.currentScreen).storyTime = 11.7;
     sprites = render();
     EXPECT_EQ(sprites.back().image, "glyph:T"); // "T" of the third line
     EXPECT_NEAR(sprites.back().centreY(), -4.2, 1e-5);
@@ -116,7 +116,7 @@ TEST_F(ScreenDrawing, MenuShowsEachHintBeforeItsKey) {
 
 TEST_F(ScreenDrawing, MenuKeysWobbleTogether) {
     enter(ScreenId::Menu);
-    elapsedTime = 0.0; // cos 0 * 4 + 2 * cos 0 = 6 degrees
+    writable::frameState.elapsedTime = 0.0; // cos 0 * 4 + 2 * cos 0 = 6 degrees
     for (const DrawnSprite& sprite : render()) {
         if (sprite.image.starts_with("btn")) {
             EXPECT_NEAR(sprite.pos[3], std::sin(-6.0 * 3.14159265359 / 180.0), 1e-6) << sprite.image;

@@ -1,6 +1,6 @@
-#include "audio/music_selection.h"
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "audio/music.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_screen.h"
 #include "tests/fakes/program_fixture.h"
@@ -13,11 +13,11 @@ class ScreenFlow : public ProgramFixture {
 protected:
     // Updates of the current screen, a sixtieth of a second each, until another is current; `most` when none is.
     static int updatesUntilSwitch(int most) {
-        frameDelta = 1.0 / 60.0;
-        GameScreenBase* const first = currentScreen;
+        writable::frameState.frameDelta = 1.0 / 60.0;
+        GameScreenBase* const first = screenState.currentScreen;
         for (int updates = 1; updates <= most; ++updates) {
-            currentScreen->update();
-            if (currentScreen != first) {
+            screenState.currentScreen->update();
+            if (screenState.currentScreen != first) {
                 return updates;
             }
         }
@@ -35,27 +35,28 @@ TEST_F(ScreenFlow, HasSevenScreensThatKeepTheirNumbers) {
     const std::vector<std::string_view> names = {"Menu",    "Game",  "GameOver", "Pause",
                                                  "Loading", "Intro", "Credits"};
     for (std::int32_t id = 0; id < 7; ++id) {
-        EXPECT_EQ(screenName(screenTable.at(static_cast<ScreenId>(id))), names[static_cast<std::size_t>(id)]);
+        EXPECT_EQ(screenName(screenState.screenTable.at(static_cast<ScreenId>(id))),
+                  names[static_cast<std::size_t>(id)]);
     }
 }
 
 TEST_F(ScreenFlow, LoadingLeavesAtFiveAndAHalfSecondsNotBefore) {
     enter(ScreenId::Loading);
-    elapsedTime = 5.49;
-    currentScreen->update();
+    writable::frameState.elapsedTime = 5.49;
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Loading));
-    elapsedTime = 5.5;
-    currentScreen->update();
+    writable::frameState.elapsedTime = 5.5;
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Intro));
 }
 
 TEST_F(ScreenFlow, IntroIsSkippedWithXOrSpace) {
     for (const std::int32_t key : {keys::x, keys::space}) {
         enter(ScreenId::Intro);
-        currentScreen->update();
+        screenState.currentScreen->update();
         EXPECT_TRUE(isCurrent(ScreenId::Intro));
         keyState(key) = KeyState::Pressed;
-        currentScreen->update();
+        screenState.currentScreen->update();
         EXPECT_TRUE(isCurrent(ScreenId::Menu));
         clearKeyStates();
         destroyScreens();
@@ -64,7 +65,7 @@ TEST_F(ScreenFlow, IntroIsSkippedWithXOrSpace) {
 
 TEST_F(ScreenFlow, IntroLeavesFromRenderAfterFortySixSeconds) {
     enter(ScreenId::Intro);
-    auto& intro = static_cast<IntroScreen&>(*currentScreen);
+    auto& intro = static_cast<IntroScreen&>(*screenState.currentScreen);
     intro.storyTime = 46.0;
     intro.render();
     EXPECT_TRUE(isCurrent(ScreenId::Intro));
@@ -75,7 +76,7 @@ TEST_F(ScreenFlow, IntroLeavesFromRenderAfterFortySixSeconds) {
 
 TEST_F(ScreenFlow, IntroKeepsItsClockAcrossVisits) {
     enter(ScreenId::Intro);
-    auto& intro = static_cast<IntroScreen&>(*currentScreen);
+    auto& intro = static_cast<IntroScreen&>(*screenState.currentScreen);
     intro.storyTime = 12.0;
     switchTo(ScreenId::Menu);
     switchTo(ScreenId::Intro);
@@ -91,9 +92,9 @@ TEST_F(ScreenFlow, MenuLeavesInItsFourHundredAndEightySecondUpdate) {
 
 TEST_F(ScreenFlow, MenuStartsItsTimeAnewOnEveryVisit) {
     enter(ScreenId::Menu);
-    frameDelta = 1.0 / 60.0;
+    writable::frameState.frameDelta = 1.0 / 60.0;
     for (int update = 0; update < 300; ++update) {
-        currentScreen->update();
+        screenState.currentScreen->update();
     }
     switchTo(ScreenId::Menu);
     EXPECT_EQ(updatesUntilSwitch(1000), 482);
@@ -104,7 +105,7 @@ TEST_F(ScreenFlow, MenuReadsNoKeys) {
     for (const std::int32_t key : polledKeys) {
         keyState(key) = KeyState::Pressed;
     }
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Menu));
 }
 
@@ -117,45 +118,45 @@ TEST_F(ScreenFlow, GameOverLeavesForTheCreditsInItsSixHundredAndFirstUpdate) {
 TEST_F(ScreenFlow, CreditsEndTheProgramInTheirSixHundredAndFirstUpdate) {
     enter(ScreenId::Credits);
     EXPECT_EQ(updatesUntilSwitch(1000), 601);
-    EXPECT_EQ(currentScreen, nullptr);
+    EXPECT_EQ(screenState.currentScreen, nullptr);
 }
 
 TEST_F(ScreenFlow, GameOverReadsNoKeys) {
     enter(ScreenId::GameOver);
     keyState(keys::x) = KeyState::Pressed;
     keyState(keys::escape) = KeyState::Pressed;
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::GameOver));
 }
 
 TEST_F(ScreenFlow, PauseGoesToTheGameWithXAndToTheMenuWithEscape) {
     enter(ScreenId::Pause);
     keyState(keys::x) = KeyState::Pressed;
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Game));
     clearKeyStates();
     switchTo(ScreenId::Pause);
     keyState(keys::escape) = KeyState::Pressed;
-    currentScreen->update();
+    screenState.currentScreen->update();
     EXPECT_TRUE(isCurrent(ScreenId::Menu));
 }
 
 TEST_F(ScreenFlow, PauseLooksForEscapeWithoutEnteringIt) {
     enter(ScreenId::Pause);
-    currentScreen->update();
-    EXPECT_EQ(allKeyStates().count(keys::escape), 0u);
+    screenState.currentScreen->update();
+    EXPECT_EQ(keyStates.count(keys::escape), 0u);
 }
 
 TEST_F(ScreenFlow, MusicIsPickedByIntroAndMenuAlone) {
     start(InputMode::Live);
-    EXPECT_EQ(musicSelection, MusicSelection::None);
+    EXPECT_EQ(music.musicSelection, MusicSelection::None);
     switchTo(ScreenId::Intro);
-    EXPECT_EQ(musicSelection, MusicSelection::Intro);
+    EXPECT_EQ(music.musicSelection, MusicSelection::Intro);
     switchTo(ScreenId::Menu);
-    EXPECT_EQ(musicSelection, MusicSelection::Game);
+    EXPECT_EQ(music.musicSelection, MusicSelection::Game);
     for (const ScreenId id : {ScreenId::Game, ScreenId::GameOver, ScreenId::Credits, ScreenId::Pause}) {
         switchTo(id);
-        EXPECT_EQ(musicSelection, MusicSelection::Game);
+        EXPECT_EQ(music.musicSelection, MusicSelection::Game);
     }
 }
 
@@ -165,7 +166,7 @@ TEST_F(ScreenFlow, TheWholeProductionRunsByItselfToTheEnd) {
     std::vector<std::string> visited;
     try {
         for (int iteration = 0; iteration < 10000; ++iteration) {
-            const std::string name(screenName(currentScreen));
+            const std::string name(screenName(screenState.currentScreen));
             if (visited.empty() || visited.back() != name) {
                 visited.push_back(name);
             }

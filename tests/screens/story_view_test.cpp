@@ -5,7 +5,8 @@
 #include <cmath>
 #include <fstream>
 
-#include "base/frame_state.h"
+#include "app/reset.h"
+#include "base/frame_state_writer.h"
 #include "render/gl.h"
 #include "screens/intro_screen.h"
 #include "tests/fakes/program_fixture.h"
@@ -35,10 +36,11 @@ class StoryWindow : public ProgramFixture, public testing::WithParamInterface<pl
 protected:
     StoryWindow() {
         start(InputMode::Live);
-        clientWidth = GetParam().width;
-        clientHeight = GetParam().height;
-        aspectRatio = static_cast<double>(clientWidth) / static_cast<double>(clientHeight);
-        halfHeight = 9.0 / aspectRatio;
+        writable::frameState.clientWidth = GetParam().width;
+        writable::frameState.clientHeight = GetParam().height;
+        writable::frameState.aspectRatio =
+            static_cast<double>(frameState.clientWidth) / static_cast<double>(frameState.clientHeight);
+        halfHeight = 9.0 / frameState.aspectRatio;
         switchTo(ScreenId::Intro);
         glScissor = noteScissor;
         glEnable = noteEnabled;
@@ -49,8 +51,8 @@ protected:
     // What one rendering of the story draws.
     std::vector<std::string> linesAt(double storyTime) {
         scissorRows = -1;
-        static_cast<IntroScreen&>(*currentScreen).storyTime = storyTime;
-        return drawLines([] { currentScreen->render(); });
+        static_cast<IntroScreen&>(*screenState.currentScreen).storyTime = storyTime;
+        return drawLines([] { screenState.currentScreen->render(); });
     }
 
     // The lines of text, from the first down, under the view that each was drawn with.
@@ -79,10 +81,10 @@ protected:
 
     // Where lines are cut off, after a rendering; infinite where they are not.
     double cut() const {
-        return scissorRows < 0 ? HUGE_VAL : (2.0 * scissorRows / clientHeight - 1.0) * halfHeight;
+        return scissorRows < 0 ? HUGE_VAL : (2.0 * scissorRows / frameState.clientHeight - 1.0) * halfHeight;
     }
 
-    double pixel() const { return 2.0 * halfHeight / clientHeight; }
+    double pixel() const { return 2.0 * halfHeight / frameState.clientHeight; }
 
     // When the line has been typed; the next one may have begun.
     static double endOf(std::size_t line) {
@@ -206,17 +208,17 @@ INSTANTIATE_TEST_SUITE_P(FromFourToThreeToTwentyOneToNine, StoryWindow,
 
 class Story : public testing::Test {
 protected:
-    ~Story() override { resetFrameState(); }
+    ~Story() override { resetProgram(); }
 };
 
 TEST_F(Story, StandsStillForItsFirstSixteenSecondsAtSixteenToNine) {
-    aspectRatio = 16.0 / 9.0;
+    writable::frameState.aspectRatio = 16.0 / 9.0;
     EXPECT_EQ(storyViewAt(16.5).lowered, 0.0);
     EXPECT_GT(storyViewAt(16.6).lowered, 0.0);
 }
 
 TEST_F(Story, KeepsAllNineLinesAtFourToThree) {
-    aspectRatio = 4.0 / 3.0;
+    writable::frameState.aspectRatio = 4.0 / 3.0;
     const StoryView view = storyViewAt(46.0);
     EXPECT_NEAR(storyLineCentre(0) + view.lowered + storyLetterHeight / 2.0, -1.2, 1e-12);
     EXPECT_DOUBLE_EQ(view.cutAt, -1.2);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/reset.h"
 #include "platform/simulated/platform_sim.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/key_script.h"
@@ -100,7 +101,7 @@ std::string traceOf(const std::vector<const char*>& words, const std::string& ke
     std::string trace;
     headless::run(optionsOf(words), headless::KeyScript::read(stream, "keys"),
                   [&trace](std::string_view text) { trace += text; });
-    headless::resetProgram();
+    resetProgram();
     return trace;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/runner.h"
@@ -21,7 +22,7 @@ protected:
         data.write("zombiegame.mp3", "");
         data.write("intro.mp3", "");
     }
-    ~Inspector() override { headless::resetProgram(); }
+    ~Inspector() override { resetProgram(); }
 
     static std::string faults() {
         std::string out;

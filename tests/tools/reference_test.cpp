@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "json5/reader.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tools/inspect/commands.h"
 #include "tools/reference/class_defaults.h"
 #include "world/object_class.h"
@@ -91,11 +91,11 @@ TEST(Defaults, TellWhoseWidthFollowsItsPicture) {
 }
 
 TEST(Defaults, LeaveTheImageTableAsItWas) {
-    imageTable["box"].width = 7;
+    writable::pictures.imageTable["box"].width = 7;
     reference::defaultsOf(ObjectType::Zombie);
-    EXPECT_EQ(imageTable.size(), 1u);
-    EXPECT_EQ(imageTable.at("box").width, 7u);
-    resetImageTable();
+    EXPECT_EQ(pictures.imageTable.size(), 1u);
+    EXPECT_EQ(pictures.imageTable.at("box").width, 7u);
+    writable::pictures = {};
 }
 
 } // namespace

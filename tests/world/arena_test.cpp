@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
 #include "tests/world/world_fixture.h"
@@ -23,7 +23,7 @@ namespace {
 class ArenaTest : public WorldFixture {
 protected:
     ArenaTest() : player(add<Player>({1.0, 0.0})) {
-        assetCatalog.recipes =
+        writable::assetCatalog.recipes =
             json("{zombie: {_type: 'Zombie', tintR: 0.0}, weakZombie: {_type: 'Zombie', tintR: 1.0},"
                  " zombie2HpFast: {_type: 'Zombie', tintR: 2.0},"
                  " zombieBanana: {_type: 'Zombie', tintR: 3.0}}")
@@ -269,7 +269,7 @@ TEST_F(ArenaTest, AZombieWithHealthNoughtStillCounts) {
 }
 
 TEST_F(ArenaTest, ASpawnedZombieWithNegativeHealthLeavesTheListAndLivesOn) {
-    assetCatalog.recipes = json("{zombie: {_type: 'Zombie', health: -1}}").objectValue();
+    writable::assetCatalog.recipes = json("{zombie: {_type: 'Zombie', health: -1}}").objectValue();
     addCamera();
     addArena("{spawnsRemaining: 1}");
     step(2);
@@ -386,7 +386,7 @@ TEST_F(ArenaTest, AVariantThatSelectsNoScriptStopsTheGame) {
 }
 
 TEST_F(ArenaTest, ARecipeThatMakesNoZombieStopsTheGame) {
-    assetCatalog.recipes = json("{zombie: {_type: 'Walker'}}").objectValue();
+    writable::assetCatalog.recipes = json("{zombie: {_type: 'Walker'}}").objectValue();
     addCamera();
     addArena();
     EXPECT_THAT(messageOf([] { step(2); }),
@@ -395,7 +395,7 @@ TEST_F(ArenaTest, ARecipeThatMakesNoZombieStopsTheGame) {
 }
 
 TEST_F(ArenaTest, AMissingRecipeStopsTheGame) {
-    assetCatalog.recipes.clear();
+    writable::assetCatalog.recipes.clear();
     addCamera();
     addArena("{enemyVariant: 3}");
     EXPECT_THAT(messageOf([] { step(2); }),

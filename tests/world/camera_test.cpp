@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "tests/world/world_fixture.h"
 #include "world/player.h"
 
@@ -34,9 +34,9 @@ TEST_F(CameraTest, TheViewIsEighteenWideAndAsHighAsTheWindowAsks) {
     Camera camera;
     camera.position = {10.0, 1.0};
     camera.offset = {0.5, 2.0};
-    aspectRatio = 2.0;
+    writable::frameState.aspectRatio = 2.0;
     EXPECT_EQ(viewRectangle(camera), (Rect{1.5, -1.5, 19.5, 7.5}));
-    aspectRatio = 16.0 / 9.0;
+    writable::frameState.aspectRatio = 16.0 / 9.0;
     const Rect view = viewRectangle(camera);
     EXPECT_EQ(view.maxX - view.minX, 18.0);
     EXPECT_EQ(view.maxY - view.minY, 10.125);
@@ -46,7 +46,7 @@ TEST_F(CameraTest, EasesTowardsTheCentreOfTheHero) {
     Player& player = add<Player>({10.0, 1.0});
     player.pivot.x = 0.0; // the body reaches from 10 to 10.8
     Camera& camera = add<Camera>({2.0, -1.0});
-    frameDelta = 0.25;
+    writable::frameState.frameDelta = 0.25;
     camera.lateUpdate();
     const double kept = std::exp(-1.0);
     EXPECT_NEAR(camera.position.x, (2.0 - 10.4) * kept + 10.4, 1e-14);
@@ -59,7 +59,7 @@ TEST_F(CameraTest, ATargetTakesTheSidewaysWayAndTheHeroKeepsTheHeight) {
     target->position = {20.0, 50.0};
     Camera& camera = add<Camera>();
     camera.target = target.get();
-    frameDelta = 0.25;
+    writable::frameState.frameDelta = 0.25;
     camera.lateUpdate();
     const double kept = std::exp(-1.0);
     EXPECT_NEAR(camera.position.x, (0.0 - 20.5) * kept + 20.5, 1e-14);

@@ -1,4 +1,4 @@
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "tests/world/world_fixture.h"
@@ -153,7 +153,8 @@ TEST_F(CombatTest, WalksPicksUpHitsAndDrops) {
 }
 
 TEST_F(CombatTest, ThreeArenasInARowFireOneAfterAnother) {
-    assetCatalog.recipes = json("{zombie: {_type: 'Zombie', health: 0, attackDelay: 1000}}").objectValue();
+    writable::assetCatalog.recipes =
+        json("{zombie: {_type: 'Zombie', health: 0, attackDelay: 1000}}").objectValue();
     for (const double x : {2.0, 30.0, 60.0}) {
         add<Arena>({x, 0.0}).readProperties(json("{spawnsRemaining: 2, zombieTimer: 0.1}"));
     }

@@ -1,8 +1,8 @@
 #include <array>
 #include <string>
 
-#include "base/frame_state.h"
-#include "render/image_table.h"
+#include "base/frame_state_writer.h"
+#include "render/image_table_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/zombie.h"
@@ -18,7 +18,7 @@ TEST_F(CorpseTest, BeginsTwoUnitsTallOnItsFeetWithTheFirstOfFourPicturesOfItsOwn
     const ZombieDead corpse;
     for (const int picture : {0, 1, 2, 3}) {
         EXPECT_EQ(corpse.frames[static_cast<std::size_t>(picture)].name,
-                  imageTable.at("zombieDeath" + std::to_string(picture)).name);
+                  writable::pictures.imageTable.at("zombieDeath" + std::to_string(picture)).name);
     }
     EXPECT_EQ(corpse.texture.name, corpse.frames[0].name);
     EXPECT_EQ(corpse.pivot, (Vec2{0.5, 0.0}));
@@ -107,7 +107,7 @@ struct FrameCase {
 };
 
 TEST_F(CorpseTest, ShowsItsPicturesOneAfterAnother) {
-    frameDelta = 0.0;
+    writable::frameState.frameDelta = 0.0;
     for (const FrameCase& row : {FrameCase{0.0, 0, -0.125, 1.2}, FrameCase{0.99, 0, -0.125, 1.2},
                                  FrameCase{1.0, 1, -0.375, 1.6}, FrameCase{2.5, 2, -0.625, 2.0}}) {
         ZombieDead corpse;
@@ -120,7 +120,7 @@ TEST_F(CorpseTest, ShowsItsPicturesOneAfterAnother) {
 }
 
 TEST_F(CorpseTest, TheFallEndsAfterASecondOnTheLastPicture) {
-    frameDelta = 0.25;
+    writable::frameState.frameDelta = 0.25;
     ZombieDead corpse;
     for (int count = 0; count < 3; ++count) {
         corpse.update();
@@ -137,7 +137,7 @@ TEST_F(CorpseTest, TheFallEndsAfterASecondOnTheLastPicture) {
 }
 
 TEST_F(CorpseTest, ALongStepStopsAtTheLastPicture) {
-    frameDelta = 10.0;
+    writable::frameState.frameDelta = 10.0;
     ZombieDead corpse;
     corpse.update();
     EXPECT_EQ(corpse.frameTime, 3.0);

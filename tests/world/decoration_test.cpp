@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/hint.h"
@@ -26,7 +26,7 @@ struct SignCase {
 };
 
 TEST_F(DecorationTest, ASignSwingsOnceAndStays) {
-    frameDelta = 0.0;
+    writable::frameState.frameDelta = 0.0;
     ResortSign sign;
     for (const SignCase& row : {SignCase{0.0, 0.0}, SignCase{0.8, 0.0}, SignCase{0.85, 7.5},
                                 SignCase{0.9, 15.0}, SignCase{100.0, 15.0}}) {
@@ -37,7 +37,7 @@ TEST_F(DecorationTest, ASignSwingsOnceAndStays) {
 }
 
 TEST_F(DecorationTest, ASignCountsItsOwnTime) {
-    frameDelta = 0.25;
+    writable::frameState.frameDelta = 0.25;
     ResortSign sign;
     sign.update();
     sign.update();
@@ -45,7 +45,7 @@ TEST_F(DecorationTest, ASignCountsItsOwnTime) {
 }
 
 TEST_F(DecorationTest, ASwingOfNoTimeIsCalmAtItsVeryMoment) {
-    frameDelta = 0.0;
+    writable::frameState.frameDelta = 0.0;
     ResortSign sign;
     sign.endTime = sign.startTime;
     sign.clock = sign.startTime; // 0 / 0
@@ -59,7 +59,7 @@ TEST_F(DecorationTest, AWaveIsAHundredCopiesSideBySideBobbingTogether) {
     wave.position = {3.0, 0.5};
     wave.size = {0.75, 0.5};
     wave.tilt = 4.0;
-    elapsedTime = 0.2;
+    writable::frameState.elapsedTime = 0.2;
     wave.draw();
     ASSERT_EQ(drawnSprites.size(), 100u);
     const double phase = 0.5 * 1.5 + 0.2 * 2.0;
@@ -75,7 +75,7 @@ TEST_F(DecorationTest, DrawingAWaveLeavesItWhereItIs) {
     Wave wave;
     wave.useImage("box");
     wave.position = {0.1, 0.7};
-    elapsedTime = 1.3;
+    writable::frameState.elapsedTime = 1.3;
     wave.draw();
     EXPECT_EQ(wave.position, (Vec2{0.1, 0.7}));
     EXPECT_EQ(wave.getType(), ObjectType::Wave);
@@ -86,7 +86,7 @@ TEST_F(DecorationTest, AHintHops) {
     hint.useImage("box");
     hint.position = {1.0, 2.0};
     hint.tilt = 10.0;
-    elapsedTime = 1.0; // the sine of 4 is negative
+    writable::frameState.elapsedTime = 1.0; // the sine of 4 is negative
     hint.draw();
     ASSERT_EQ(drawnSprites.size(), 1u);
     EXPECT_NEAR(drawnSprites[0].position.y, 2.0 + std::abs(std::sin(4.0)) * 0.1, 1e-12);

@@ -5,7 +5,7 @@
 #include <array>
 
 #include "base/fatal.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 
@@ -67,7 +67,7 @@ TEST_F(DrawableTest, ReadsHowItIsDrawnFromAScene) {
 
 TEST_F(DrawableTest, CopiesTheWholeDescriptorOfItsImage) {
     drawable.readProperties(json("{imageKey: 'box'}"));
-    const Texture2D& image = imageTable.at("box");
+    const Texture2D& image = writable::pictures.imageTable.at("box");
     EXPECT_EQ(drawable.texture.name, image.name);
     EXPECT_EQ(drawable.texture.internalFormat, image.internalFormat);
     EXPECT_EQ(drawable.texture.width, 64u);
@@ -162,7 +162,7 @@ TEST_F(DrawableTest, DrawHandsOverEveryFieldWithTheTiltAsAngle) {
     drawable.draw();
     ASSERT_EQ(drawnSprites.size(), 1u);
     const DrawnSprite& sprite = drawnSprites[0];
-    EXPECT_EQ(sprite.texture.name, imageTable.at("box").name);
+    EXPECT_EQ(sprite.texture.name, pictures.imageTable.at("box").name);
     EXPECT_TRUE(sprite.mirrorX);
     EXPECT_FALSE(sprite.mirrorY);
     EXPECT_EQ(sprite.gamma, 1.5);

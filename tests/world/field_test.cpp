@@ -1,6 +1,6 @@
 #include <set>
 
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/world/world_fixture.h"
 #include "world/drawable.h"
 #include "world/object_class.h"
@@ -74,13 +74,13 @@ TEST(Fields, EveryFieldHasAKeyOfItsOwnAndAMeaning) {
 class ClassImages : public WorldFixture {};
 
 TEST_F(ClassImages, AreAllThatTheConstructorsLookUp) {
-    imageTable.clear();
+    writable::pictures.imageTable.clear();
     for (const ObjectType type : subtypeWalk(ObjectType::Object)) {
         for (const std::string_view key : classOf(type).images) {
             addImage(key, 10, 10);
         }
         EXPECT_TRUE(createObject(type)) << typeName(type); // stops with a message when a picture is missing
-        imageTable.clear();
+        writable::pictures.imageTable.clear();
     }
 }
 

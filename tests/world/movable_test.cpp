@@ -1,6 +1,6 @@
 #include "world/movable.h"
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "tests/world/world_fixture.h"
 #include "world/interactable.h"
 
@@ -28,7 +28,7 @@ TEST_F(MovableTest, StaysWhereItIsPutFacingAsItIsPut) {
 }
 
 TEST_F(MovableTest, MovesWithTheVelocityOfTheStartOfTheStep) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     movable.velocity = {10.0, -20.0};
     movable.update();
     EXPECT_EQ(movable.position, (Vec2{1.0, -2.0}));
@@ -40,7 +40,7 @@ TEST_F(MovableTest, MovesWithTheVelocityOfTheStartOfTheStep) {
 
 TEST_F(MovableTest, StopsInAStepAsLongAsTheFrictionAllows) {
     for (const double seconds : {0.125, 0.2, 5.0}) {
-        frameDelta = seconds;
+        writable::frameState.frameDelta = seconds;
         movable.velocity = {10.0, -10.0};
         movable.update();
         EXPECT_EQ(movable.velocity, (Vec2{0.0, 0.0})) << seconds;

@@ -1,7 +1,7 @@
 #include "world/player.h"
 
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
@@ -35,9 +35,9 @@ TEST_F(PlayerTest, AHitProtectsForASecondAndAHalf) {
 }
 
 TEST_F(PlayerTest, StartsUnarmedInTheProportionsOfThatPicture) {
-    EXPECT_EQ(player.texture.name, imageTable.at("playerUnarmed").name);
-    EXPECT_EQ(player.unarmedImage.name, imageTable.at("playerUnarmed").name);
-    EXPECT_EQ(player.armedImage.name, imageTable.at("player").name);
+    EXPECT_EQ(player.texture.name, pictures.imageTable.at("playerUnarmed").name);
+    EXPECT_EQ(player.unarmedImage.name, pictures.imageTable.at("playerUnarmed").name);
+    EXPECT_EQ(player.armedImage.name, pictures.imageTable.at("player").name);
     EXPECT_EQ(player.size, (Vec2{0.8, 2.0}));
     EXPECT_EQ(player.pivot, (Vec2{0.5, 0.0}));
 }
@@ -82,7 +82,7 @@ TEST_F(PlayerTest, OppositeKeysCancelAndEqualKeysCountOnce) {
 }
 
 TEST_F(PlayerTest, TopSpeedApproachesThrustOverFriction) {
-    frameDelta = 1.0 / 600.0;
+    writable::frameState.frameDelta = 1.0 / 600.0;
     hold(keys::d);
     step(3000);
     EXPECT_NEAR(player.velocity.x, 2.5, 0.05);

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "base/frame_state.h"
-#include "base/key_states.h"
+#include "base/key_states_writer.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"

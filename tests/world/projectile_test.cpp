@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "base/fatal.h"
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
@@ -34,7 +34,7 @@ TEST_F(ProjectileTest, ARangedWeaponIsHeldAndThrownByItsMiddleTwiceAsHighAsFar) 
 
 TEST_F(ProjectileTest, APineappleIsAsWideAsItsPictureIsForItsHeightAndHeldLow) {
     const Pineapple pineapple;
-    EXPECT_EQ(pineapple.texture.name, imageTable.at("pineapple").name);
+    EXPECT_EQ(pineapple.texture.name, pictures.imageTable.at("pineapple").name);
     EXPECT_EQ(pineapple.size, (Vec2{0.4, 0.8})); // the picture is 40 x 80
     EXPECT_EQ(pineapple.handPivot, (Vec2{0.5, 0.25}));
     EXPECT_EQ(pineapple.collisionPivot, (Vec2{0.5, 0.5}));
@@ -107,7 +107,7 @@ TEST_F(ProjectileTest, AThrowWithoutAHeroStopsTheGame) {
 }
 
 TEST_F(ProjectileTest, FallsThenMovesThenSpins) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     Projectile& projectile = add<Projectile>({0.0, 5.0});
     projectile.velocity = {3.0, 6.0};
     projectile.update();
@@ -118,7 +118,7 @@ TEST_F(ProjectileTest, FallsThenMovesThenSpins) {
 }
 
 TEST_F(ProjectileTest, SpinReversedTurnsTheOtherWay) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     Projectile& projectile = add<Projectile>({0.0, 5.0});
     projectile.spinReversed = true;
     projectile.update();
@@ -198,7 +198,7 @@ TEST_F(ProjectileTest, ALargeStepMayCarryItThroughAZombie) {
     Projectile& projectile = add<Projectile>({0.0, 5.0});
     projectile.acceleration = {0.0, 0.0};
     projectile.velocity = {10.0, -3.0};
-    frameDelta = 1.0;
+    writable::frameState.frameDelta = 1.0;
     projectile.update();
     EXPECT_EQ(world.first<Zombie>()->health, 2);
     world.applyPending();

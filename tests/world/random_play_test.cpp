@@ -3,10 +3,10 @@
 #include <set>
 #include <string>
 
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "base/fatal.h"
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 #include "world/player.h"
@@ -25,16 +25,16 @@ constexpr int stepsPerGame = 500; // 200,000 steps in all
 class RandomPlayTest : public WorldFixture {
 protected:
     RandomPlayTest() {
-        assetCatalog.recipes =
+        writable::assetCatalog.recipes =
             json("{zombie: {_type: 'Zombie', health: 0}, weakZombie: {_type: 'Zombie', health: -1},"
                  " zombie2HpFast: {_type: 'Zombie', acceleration: 40, attackDelay: 5.0},"
                  " zombieBanana: {_type: 'Zombie', size: 3.0, attackRateTimer: 0}}")
                 .objectValue();
         for (std::size_t number = 1; number < objectTypeCount; ++number) {
             const std::string name(typeName(static_cast<ObjectType>(number)));
-            assetCatalog.recipes["a" + name] = json("{_type: '" + name + "'}");
+            writable::assetCatalog.recipes["a" + name] = json("{_type: '" + name + "'}");
         }
-        assetCatalog.prefabs =
+        writable::assetCatalog.prefabs =
             json("{hoard: [{recipe: 'aFlamingo'}, {recipe: 'aPineapple', tag: 'fruit'},"
                  " {recipe: 'zombie', position: [2, 0]}],"
                  " hoards: [{prefab: 'hoard', offset: [1, 0]}, {prefab: 'hoard', offset: -1}]}")
@@ -113,7 +113,7 @@ TEST_F(RandomPlayTest, TwoHundredThousandStepsKeepTheWorldSound) {
         world.applyPending();
         try {
             for (int count = 0; count < stepsPerGame; ++count) {
-                frameDelta = upTo(50) == 0 ? 0.3 : sixtieth;
+                writable::frameState.frameDelta = upTo(50) == 0 ? 0.3 : sixtieth;
                 pressKeys();
                 step();
                 world.drawAll();

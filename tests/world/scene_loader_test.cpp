@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "base/fatal.h"
 #include "tests/fakes/scratch_folder.h"
 #include "tests/world/world_fixture.h"
@@ -23,8 +23,8 @@ protected:
         prefabs("{pair: [{recipe: 'crate'}, {recipe: 'crate', tag: 'second', position: [10, 20]}]}");
     }
 
-    static void recipes(std::string_view text) { assetCatalog.recipes = json(text).objectValue(); }
-    static void prefabs(std::string_view text) { assetCatalog.prefabs = json(text).objectValue(); }
+    static void recipes(std::string_view text) { writable::assetCatalog.recipes = json(text).objectValue(); }
+    static void prefabs(std::string_view text) { writable::assetCatalog.prefabs = json(text).objectValue(); }
 
     static TaggedObjects load(std::string_view text) {
         TaggedObjects tagged = loadGroup(json(text));

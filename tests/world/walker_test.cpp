@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
 
@@ -73,7 +73,7 @@ TEST_F(WalkerTest, AHitDuringTheProtectionChangesNothing) {
 }
 
 TEST_F(WalkerTest, TheProtectionEndsAfterItsDuration) {
-    frameDelta = 0.25;
+    writable::frameState.frameDelta = 0.25;
     walker.takeDamage(1);
     for (int count = 0; count < 5; ++count) {
         walker.update();
@@ -86,14 +86,14 @@ TEST_F(WalkerTest, TheProtectionEndsAfterItsDuration) {
 }
 
 TEST_F(WalkerTest, UpdateMovesIt) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     walker.velocity = {1.0, 0.0};
     walker.update();
     EXPECT_EQ(walker.position.x, 0.1);
 }
 
 TEST_F(WalkerTest, StandingStillItBreathes) {
-    frameDelta = 0.016;
+    writable::frameState.frameDelta = 0.016;
     walker.draw();
     EXPECT_EQ(walker.walkAnimation, 0.016);
     ASSERT_EQ(drawnSprites.size(), 1u);
@@ -103,7 +103,7 @@ TEST_F(WalkerTest, StandingStillItBreathes) {
 }
 
 TEST_F(WalkerTest, WalkingSquashesAndStretches) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     walker.velocity = {-0.5, 0.3}; // s = 0.4
     walker.walkAnimation = 1.0;
     walker.tilt = 30.0;
@@ -117,7 +117,7 @@ TEST_F(WalkerTest, WalkingSquashesAndStretches) {
 }
 
 TEST_F(WalkerTest, SpeedCountsUpToTwo) {
-    frameDelta = 0.1;
+    writable::frameState.frameDelta = 0.1;
     walker.velocity = {10.0, 10.0};
     walker.draw();
     EXPECT_EQ(walker.walkAnimation, 8.0 * 0.1);

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "base/frame_state.h"
+#include "base/frame_state_writer.h"
 #include "render/image_table.h"
 #include "tests/world/drawn_sprites.h"
 #include "tests/world/world_fixture.h"
@@ -59,7 +59,7 @@ TEST_F(WeaponTest, ReadsHowItStrikesFromAScene) {
 TEST_F(WeaponTest, AFlamingoIsBuiltForItsPicture) {
     const Flamingo flamingo;
     EXPECT_EQ(flamingo.size, (Vec2{0.6, 1.2})); // the picture is 60 x 120
-    EXPECT_EQ(flamingo.texture.name, imageTable.at("flamingo").name);
+    EXPECT_EQ(flamingo.texture.name, pictures.imageTable.at("flamingo").name);
     EXPECT_EQ(flamingo.imageKey, "");
     EXPECT_TRUE(flamingo.autoMirror);
     EXPECT_TRUE(flamingo.inverseMirror);
@@ -140,7 +140,7 @@ TEST_F(MeleeTest, AnAttackLeavesTimerDurabilityAndVictimsMotionAlone) {
 TEST_F(WeaponTest, WobblesAboutItsTilt) {
     weapon.useImage("box");
     weapon.tilt = 20.0;
-    elapsedTime = 0.05;
+    writable::frameState.elapsedTime = 0.05;
     weapon.draw();
     ASSERT_EQ(drawnSprites.size(), 1u);
     EXPECT_NEAR(drawnSprites[0].angle, std::sin(0.5) * 4.0 + 20.0, 1e-12);
@@ -150,7 +150,7 @@ TEST_F(WeaponTest, WobblesAboutItsTilt) {
 TEST_F(WeaponTest, PulsesAndWobblesTwiceAsFarWhenHighlighted) {
     weapon.useImage("box");
     weapon.highlighted = true;
-    elapsedTime = 0.05;
+    writable::frameState.elapsedTime = 0.05;
     weapon.draw();
     ASSERT_EQ(drawnSprites.size(), 1u);
     EXPECT_NEAR(drawnSprites[0].angle, std::sin(0.5) * 8.0, 1e-12);
@@ -161,7 +161,7 @@ TEST_F(WeaponTest, PulsesAndWobblesTwiceAsFarWhenHighlighted) {
 TEST_F(WeaponTest, TheHighlightLastsForOneDrawing) {
     weapon.useImage("box");
     weapon.highlighted = true;
-    elapsedTime = 0.05;
+    writable::frameState.elapsedTime = 0.05;
     weapon.draw();
     EXPECT_FALSE(weapon.highlighted);
     weapon.draw();

@@ -2,20 +2,21 @@
 
 #include <string>
 
-#include "assets/catalog.h"
-#include "base/frame_state.h"
-#include "base/key_states.h"
+#include "app/reset.h"
+#include "base/frame_state_writer.h"
+#include "base/key_states_writer.h"
 #include "json5/reader.h"
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "tests/world/drawn_sprites.h"
 #include "world/object_class.h"
 
 namespace dunkman {
 
 WorldFixture::WorldFixture() {
-    resetWorldGlobals();
-    frameDelta = sixtieth;
-    inputMode = InputMode::Live;
+    resetProgram();
+    drawnSprites.clear();
+    writable::frameState.frameDelta = sixtieth;
+    writable::frameState.inputMode = InputMode::Live;
     addImage("box", 64, 32);
     addImage("player", 100, 200);
     addImage("playerUnarmed", 80, 200);
@@ -28,23 +29,23 @@ WorldFixture::WorldFixture() {
     addImage("pineapple", 40, 80);
     for (const ObjectType type : subtypeWalk(ObjectType::Object)) {
         for (const std::string_view key : classOf(type).images) {
-            if (!imageTable.contains(std::string(key))) {
+            if (!writable::pictures.imageTable.contains(std::string(key))) {
                 addImage(key, 100, 200);
             }
         }
     }
 }
 
-WorldFixture::~WorldFixture() { resetWorldGlobals(); }
+WorldFixture::~WorldFixture() { resetProgram(); }
 
 void WorldFixture::addImage(std::string_view key, std::uint32_t width, std::uint32_t height) {
     Texture2D texture;
-    texture.name = static_cast<std::uint32_t>(imageTable.size()) + 1;
+    texture.name = static_cast<std::uint32_t>(writable::pictures.imageTable.size()) + 1;
     texture.internalFormat = 0x83F1;
     texture.width = width;
     texture.height = height;
     texture.levels = 3;
-    imageTable[std::string(key)] = texture;
+    writable::pictures.imageTable[std::string(key)] = texture;
 }
 
 void WorldFixture::step(int count) {
@@ -53,7 +54,7 @@ void WorldFixture::step(int count) {
         world.lateUpdateAll();
         world.applyPending();
         ageKeyStates();
-        elapsedTime += frameDelta;
+        writable::frameState.elapsedTime += frameState.frameDelta;
     }
 }
 
@@ -68,14 +69,6 @@ JsonValue json(std::string_view text) {
     EXPECT_TRUE(report.code == Json5Error::None || report.code == Json5Error::EndOfInput)
         << text << ": " << report.message;
     return value;
-}
-
-void resetWorldGlobals() {
-    resetWorld();
-    assetCatalog.reset();
-    clearKeyStates();
-    resetFrameState();
-    drawnSprites.clear();
 }
 
 } // namespace dunkman

@@ -47,7 +47,4 @@ protected:
 // The value of a JSON5 text; the test fails when the text is faulty.
 JsonValue json(std::string_view text);
 
-// Puts every process-wide value that the world reads or writes back to the state of a fresh process.
-void resetWorldGlobals();
-
 } // namespace dunkman

@@ -26,7 +26,7 @@ TEST_F(ZombieTest, WalksWithHalfTheThrustOfTheHero) {
 }
 
 TEST_F(ZombieTest, StandsTwoUnitsTallInTheProportionsOfItsPicture) {
-    EXPECT_EQ(zombie.texture.name, imageTable.at("zombie").name);
+    EXPECT_EQ(zombie.texture.name, pictures.imageTable.at("zombie").name);
     EXPECT_EQ(zombie.size, (Vec2{1.2, 2.0}));
 }
 

@@ -19,7 +19,7 @@
 #include "app/program.h"
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/platform_sim.h"
-#include "render/binding_state.h"
+#include "render/binding_state_writer.h"
 #include "render/renderer_objects.h"
 #include "render/shader_preprocessor.h"
 
@@ -159,7 +159,7 @@ std::unique_ptr<RendererObjects> makeFloorRenderer() {
 
 void swapRenderer(std::unique_ptr<RendererObjects>& other) {
     std::swap(rendererObjects, other);
-    resetBindingState();
+    writable::bindingState = {};
 }
 
 double timeOfFrame(std::int64_t steps) {

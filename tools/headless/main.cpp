@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "tools/console/binary_stdout.h"
 #include "tools/headless/expected_trace.h"
@@ -57,7 +58,7 @@ private:
 // The game leaves its memory to the end of the process; leak checkers want to see it freed, however the run ends.
 struct ResetAtEnd {
     ResetAtEnd() = default;
-    ~ResetAtEnd() { headless::resetProgram(); }
+    ~ResetAtEnd() { resetProgram(); }
     ResetAtEnd(const ResetAtEnd&) = delete;
     ResetAtEnd& operator=(const ResetAtEnd&) = delete;
 };

@@ -4,14 +4,8 @@
 
 #include "app/main_loop.h"
 #include "app/program.h"
-#include "app/recording.h"
-#include "assets/catalog.h"
-#include "audio/sound.h"
-#include "base/key_states.h"
-#include "platform/simulated/gl_sim.h"
+#include "app/reset.h"
 #include "platform/simulated/platform_sim.h"
-#include "render/renderer.h"
-#include "world/world.h"
 
 namespace dunkman::headless {
 
@@ -53,20 +47,6 @@ void run(const Options& options, KeyScript keyScript, const TraceSink& output) {
     } catch (const simulated::ProgramExit&) {
         trace.end(iterations, "quit");
     }
-}
-
-void resetProgram() {
-    destroyScreens();
-    resetWorld();
-    resetAudio();
-    assetCatalog.reset();
-    resetRenderer();
-    resetRecording();
-    clearKeyStates();
-    resetMainLoop();
-    resetFrameState();
-    simulated::resetGl();
-    simulated::resetMachine();
 }
 
 } // namespace dunkman::headless

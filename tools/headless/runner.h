@@ -10,7 +10,4 @@ namespace dunkman::headless {
 // FatalError when the game stops with a message.
 void run(const Options& options, KeyScript keyScript, const TraceSink& output);
 
-// Frees everything and puts every process-wide value back, so that another run can follow.
-void resetProgram();
-
 } // namespace dunkman::headless

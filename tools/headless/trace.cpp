@@ -71,16 +71,16 @@ Trace::~Trace() {
 
 void Trace::inputApplied() {
     text += "step " + std::to_string(steps) + " time=";
-    appendHexFloat(text, elapsedTime);
+    appendHexFloat(text, frameState.elapsedTime);
     text += " dt=";
-    appendHexFloat(text, frameDelta);
+    appendHexFloat(text, frameState.frameDelta);
     text += " screen=";
-    text += screenName(currentScreen);
+    text += screenName(screenState.currentScreen);
     text += " mode=";
-    text += modeName(inputMode);
+    text += modeName(frameState.inputMode);
     text += '\n';
     ++steps;
-    gameStepRuns = currentScreen == screenTable[ScreenId::Game];
+    gameStepRuns = isCurrent(ScreenId::Game);
     if (options.traceKeys) {
         appendKeys();
     }
@@ -88,7 +88,7 @@ void Trace::inputApplied() {
 }
 
 void Trace::appendKeys() {
-    for (const auto& [key, state] : allKeyStates()) {
+    for (const auto& [key, state] : keyStates) {
         if (state != KeyState::Up) {
             text += "key ";
             appendKeyCode(text, key);

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <exception>
 
-#include "assets/catalog.h"
+#include "assets/catalog_writer.h"
 #include "json5/canonical.h"
 #include "json5/reader.h"
 #include "json5/writer.h"
@@ -79,7 +79,7 @@ int printSchema(const std::string& name, std::string& out) {
 int printScene(std::string& out) {
     simulated::loadGlFunctions();
     createRenderer();
-    assetCatalog.loadAll();
+    writable::assetCatalog.loadAll();
     loadScene();
     appendWorldTrace(out);
     return 0;

@@ -116,7 +116,6 @@ int runCommand(const Arguments& arguments, std::string& out) {
 
 int main(int argumentCount, char** argumentWords) {
     simulated::makeStandardOutputBinary();
-    simulated::resetMachine();
     try {
         std::string out;
         const int status = runCommand(parse({argumentWords + 1, argumentWords + argumentCount}), out);

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <utility>
 
-#include "render/image_table.h"
+#include "render/image_table_writer.h"
 #include "world/object.h"
 #include "world/object_class.h"
 #include "world/registry.h"
@@ -14,16 +14,16 @@ namespace {
 
 // Constructors look pictures up; for the time of one these are all there, `aspect` times as wide as high.
 JsonValue writtenWithPictures(ObjectType type, std::uint32_t aspect) {
-    auto before = std::exchange(imageTable, {});
+    auto before = std::exchange(writable::pictures.imageTable, {});
     for (const ObjectType ancestor : lineage(type)) {
         for (const std::string_view key : classOf(ancestor).images) {
-            Texture2D& picture = imageTable[std::string(key)];
+            Texture2D& picture = writable::pictures.imageTable[std::string(key)];
             picture.width = aspect;
             picture.height = 1;
         }
     }
     JsonValue written = createObject(type)->writeProperties();
-    imageTable = std::move(before);
+    writable::pictures.imageTable = std::move(before);
     return written;
 }
 

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "audio/fed_ring.h"
-#include "audio/music_selection.h"
+#include "audio/music.h"
 #include "audio/music_track.h"
 #include "audio/sound.h"
 #include "base/debug_output.h"
@@ -69,18 +69,18 @@ int main(int count, char** arguments) {
         start = Clock::now();
         loadMusicTracks();
         std::printf("decoding took %.1f ms: game %.3f s, intro %.3f s\n", 1000.0 * secondsSince(start),
-                    static_cast<double>(gameTrack.frameCount()) / 48000.0,
-                    static_cast<double>(introTrack.frameCount()) / 48000.0);
+                    static_cast<double>(music.gameTrack.frameCount()) / 48000.0,
+                    static_cast<double>(music.introTrack.frameCount()) / 48000.0);
         feedAudio(); // the time spent on decoding is none of the music's
         say("screen Intro");
-        musicSelection = MusicSelection::Intro;
+        selectMusic(MusicSelection::Intro);
         play(introSeconds, stepsPerSecond);
         say("screen Menu");
-        musicSelection = MusicSelection::Game;
+        selectMusic(MusicSelection::Game);
         play(gameSeconds, stepsPerSecond);
         std::printf("positions: intro %.3f s, game %.3f s\n",
-                    static_cast<double>(introTrack.position) / 48000.0,
-                    static_cast<double>(gameTrack.position) / 48000.0);
+                    static_cast<double>(music.introTrack.position) / 48000.0,
+                    static_cast<double>(music.gameTrack.position) / 48000.0);
         if (fedRing != nullptr) {
             // Since the start: what the device took of the ring, beside the time that has passed.
             std::printf("device took %.3f s of sound in %.3f s\n",
@@ -91,7 +91,7 @@ int main(int count, char** arguments) {
         start = Clock::now();
         stopAudio();
         std::printf("stop took %.1f ms\n", 1000.0 * secondsSince(start));
-        musicSelection = MusicSelection::None;
+        selectMusic(MusicSelection::None);
     }
     return 0;
 }

@@ -6,6 +6,7 @@
 
 #include "app/main_loop.h"
 #include "app/program.h"
+#include "app/reset.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"
 #include "platform/simulated/platform_sim.h"
@@ -46,7 +47,7 @@ std::string lineOf(const KeyEvent& event) {
 } // namespace
 
 Performance perform(const std::vector<Intention>& plan, const Conditions& conditions, const Watcher& watch) {
-    headless::resetProgram();
+    resetProgram();
     startUp(InputMode::Record, ScreenId::Game);
     if (conditions.prepare) {
         conditions.prepare();
@@ -61,7 +62,7 @@ Performance perform(const std::vector<Intention>& plan, const Conditions& condit
         machine.keysDown = wanted;
         runIteration();
         ++performance.steps;
-        if (currentScreen != screenTable[ScreenId::Game]) {
+        if (!isCurrent(ScreenId::Game)) {
             performance.died = true;
             break;
         }

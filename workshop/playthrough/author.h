@@ -27,7 +27,7 @@ struct Conditions {
 };
 
 // Plays the scene of the current directory by the plan. Leaves the world as the game ended, until
-// headless::resetProgram.
+// resetProgram.
 Performance perform(const std::vector<Intention>& plan, const Conditions& conditions = {},
                     const Watcher& watch = {});
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "tools/headless/runner.h"
 #include "workshop/playthrough/author.h"
@@ -88,7 +89,7 @@ int author(const Arguments& arguments) {
     conditions.longest = arguments.seconds * 60;
     conditions.reactionSteps = arguments.reactionSteps;
     const playthrough::Performance performance = playthrough::perform(plan, conditions, watcher);
-    headless::resetProgram();
+    resetProgram();
     file << "# Made by dunkman-author from " << std::filesystem::path(arguments.plan).filename().string()
          << ".\n"
          << playthrough::keyScriptOf(performance);

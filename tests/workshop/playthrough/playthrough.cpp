@@ -6,6 +6,7 @@
 #include "app/frame.h"
 #include "app/main_loop.h"
 #include "app/program.h"
+#include "app/reset.h"
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tools/headless/key_script.h"
@@ -59,7 +60,7 @@ public:
     Notes(const Notes&) = delete;
     Notes& operator=(const Notes&) = delete;
 
-    void inputApplied() override { onGameScreen = currentScreen == screenTable[ScreenId::Game]; }
+    void inputApplied() override { onGameScreen = isCurrent(ScreenId::Game); }
 
     void updated() override {
         if (!onGameScreen) {
@@ -92,16 +93,16 @@ private:
 
 ShippedData::ShippedData() : startFolder(std::filesystem::current_path()) {
     std::filesystem::current_path("data");
-    headless::resetProgram();
+    resetProgram();
 }
 
 ShippedData::~ShippedData() {
-    headless::resetProgram();
+    resetProgram();
     std::filesystem::current_path(startFolder);
 }
 
 std::vector<StepNote> play(KeySource source, platform::ClientSize window) {
-    headless::resetProgram();
+    resetProgram();
     simulated::machine.clientSize = window;
     headless::KeyScript keys;
     if (source == KeySource::KeyScript) {
@@ -110,7 +111,7 @@ std::vector<StepNote> play(KeySource source, platform::ClientSize window) {
     startUp(source == KeySource::KeyScript ? InputMode::Record : InputMode::Replay, ScreenId::Game);
     Notes notes;
     std::int64_t iteration = 0;
-    while (currentScreen == screenTable[ScreenId::Game]) {
+    while (isCurrent(ScreenId::Game)) {
         ++iteration;
         if (iteration > longestGame) {
             ADD_FAILURE() << "the game does not end";

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/recording.h"
+#include "base/frame_state_writer.h"
 #include "tests/workshop/playthrough/playthrough.h"
 
 // The recorded play-through: that it is what the key script gives, that it replays, and that it tells its
@@ -56,14 +57,14 @@ int firstDifference(const std::vector<StepNote>& left, const std::vector<StepNot
 
 TEST_F(Playthrough, RecordingHoldsWhatTheKeyScriptGives) {
     play(KeySource::KeyScript);
-    const std::vector<InputRecord> recorded = recording;
+    const std::vector<InputRecord> recorded = recording.records;
     ASSERT_FALSE(recorded.empty());
-    inputMode = InputMode::Replay;
+    writable::frameState.inputMode = InputMode::Replay;
     loadRecording();
-    ASSERT_EQ(recording.size(), recorded.size());
+    ASSERT_EQ(recording.records.size(), recorded.size());
     for (std::size_t index = 0; index < recorded.size(); ++index) {
-        ASSERT_EQ(recording[index].frame, recorded[index].frame) << "record " << index;
-        ASSERT_EQ(recording[index].newKeyStates, recorded[index].newKeyStates) << "record " << index;
+        ASSERT_EQ(recording.records[index].frame, recorded[index].frame) << "record " << index;
+        ASSERT_EQ(recording.records[index].newKeyStates, recorded[index].newKeyStates) << "record " << index;
     }
 }
 
