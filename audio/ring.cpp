@@ -52,6 +52,7 @@ void AudioRing::feed(MusicTrack* track) {
         consumed = consumedFrames;
         consumedFrames = 0;
         framesKeptAhead = (readLimit - consumedLimit) / bytesPerFrame;
+        assert(positionsAreInOrder());
     }
 
     const std::uint32_t frames = std::min((memory.size() - kept) / bytesPerFrame, framesAhead);
@@ -81,6 +82,7 @@ AudioRing::Drain AudioRing::beginDrain(std::uint32_t framesWanted) {
     readLimit = read + frames * bytesPerFrame;
     consumedLimit = readLimit;
     consumedFrames += frames > 0 ? frames : framesWanted;
+    assert(positionsAreInOrder());
     return {at(read), frames};
 }
 
@@ -96,6 +98,15 @@ void AudioRing::skip(std::uint32_t frames) {
     consumedLimit = readLimit;
     consumedFrames += frames;
     readPosition.store(readLimit, std::memory_order_release);
+    assert(positionsAreInOrder());
+}
+
+bool AudioRing::positionsAreInOrder() const {
+    const std::uint32_t read = readPosition.load(std::memory_order_relaxed);
+    const std::uint32_t counted = consumedLimit - read;
+    const std::uint32_t promised = readLimit - read;
+    const std::uint32_t mixed = writePosition.load(std::memory_order_relaxed) - read;
+    return counted <= promised && promised <= mixed && mixed <= memory.size();
 }
 
 AudioRing::Counters AudioRing::counters() const {

@@ -61,6 +61,9 @@ public:
     std::byte* at(std::uint32_t position) const { return memory.data() + (position & (memory.size() - 1)); }
 
 private:
+    // Under the lock. The positions wrap, their distances from the reader do not.
+    bool positionsAreInOrder() const;
+
     // Main thread only.
     const MusicTrack* mixedTrack = nullptr; // in the last feed
     std::uint32_t leadFrames = 0;           // kept ahead when that track was selected

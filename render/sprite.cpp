@@ -1,5 +1,7 @@
 #include "render/sprite.h"
 
+#include <cassert>
+
 #include "exact/exact_math.h"
 #include "render/binding_state.h"
 #include "render/renderer_objects.h"
@@ -16,6 +18,7 @@ template <typename... Numbers> std::array<float, sizeof...(Numbers)> floatsOf(Nu
 void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode mode, double gamma,
                 double gain, double saturation, double tintR, double tintG, double tintB, Vec2 position,
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset) {
+    assert(rendererObjects != nullptr);
     RendererObjects& objects = *rendererObjects;
     Material& material = objects.material;
     if (bindingState.currentMaterial != &material) {

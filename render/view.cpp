@@ -1,5 +1,7 @@
 #include "render/view.h"
 
+#include <cassert>
+
 #include "base/frame_state.h"
 #include "base/geometry.h"
 #include "render/renderer_objects.h"
@@ -7,6 +9,7 @@
 namespace dunkman {
 
 void setViewProjection(const Matrix4& matrix) {
+    assert(rendererObjects != nullptr);
     rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
 }
 

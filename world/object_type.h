@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -23,7 +24,11 @@ inline constexpr std::size_t objectTypeCount = 1
 #undef OBJECT_TYPE
     ;
 
-constexpr std::size_t indexOf(ObjectType type) { return static_cast<std::size_t>(type); }
+// Of enumerators only.
+constexpr std::size_t indexOf(ObjectType type) {
+    assert(static_cast<std::size_t>(type) < objectTypeCount);
+    return static_cast<std::size_t>(type);
+}
 
 // All functions below read constant data, so they answer rightly at any moment of start-up. They take
 // enumerators only.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 
 #include "base/frame_state.h"
@@ -159,6 +160,7 @@ void Player::take(Weapon& weapon) {
 }
 
 void Player::poseHeldWeapon() {
+    assert(heldWeapon != nullptr);
     Weapon& weapon = *heldWeapon;
     const double share = clamp(weapon.attackTimeout.elapsed / weapon.attackTimeout.duration /
                                    weapon.timeoutAnimationPercentage,
@@ -198,6 +200,7 @@ void Player::draw() {
 }
 
 void Player::drawHeldWeapon() {
+    assert(heldWeapon != nullptr);
     Weapon& weapon = *heldWeapon;
     if (weapon.autoMirror) {
         weapon.mirrorX = mirrorX;

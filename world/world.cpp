@@ -1,6 +1,7 @@
 #include "world/world.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "world/drawable.h"
@@ -13,6 +14,7 @@ World world;
 World::~World() { clear(); }
 
 void World::updateAll() {
+    const Passage passage(*this);
     for (const auto& bucket : buckets) {
         for (const OwnedObject& object : bucket) {
             object->update();
@@ -21,6 +23,7 @@ void World::updateAll() {
 }
 
 void World::lateUpdateAll() {
+    const Passage passage(*this);
     for (const auto& bucket : buckets) {
         for (const OwnedObject& object : bucket) {
             object->lateUpdate();
@@ -47,6 +50,7 @@ bool World::isQueuedForDestroy(const Object& object) const {
 }
 
 void World::applyPending() {
+    assert(passages == 0);
     for (OwnedObject& object : pendingAdd) {
         auto& bucket = buckets[indexOf(object->getType())];
         bucket.push_back(std::move(object));
@@ -101,6 +105,7 @@ void World::removeQueued(std::vector<Object*>& queue) {
 }
 
 void World::clear() {
+    assert(passages == 0);
     // What is queued for detachment has an owner already, though it still stands in its bucket.
     removeQueued(pendingDetach);
     for (OwnedObject& object : removed) {

@@ -51,6 +51,7 @@ public:
 
     // Calls visit(Kind&) for every object of the class and of its subclasses, breadth first over the types.
     template <class Kind, class Visit> void walk(Visit&& visit) const {
+        const Passage passage(*this);
         for (const ObjectType type : subtypeWalk(Kind::type)) {
             for (const OwnedObject& object : buckets[indexOf(type)]) {
                 visit(static_cast<Kind&>(*object));
@@ -62,6 +63,18 @@ public:
     void clear();
 
 private:
+    // Somebody is on the way through the buckets, which must not change meanwhile.
+    class Passage {
+    public:
+        explicit Passage(const World& passed) : passedWorld(passed) { ++passedWorld.passages; }
+        Passage(const Passage&) = delete;
+        Passage& operator=(const Passage&) = delete;
+        ~Passage() { --passedWorld.passages; }
+
+    private:
+        const World& passedWorld;
+    };
+
     // Takes what a queue names out of the buckets, keeping the order of the rest, at a cost of the queue's
     // length plus the lengths of the buckets concerned. Fills `removed`; empties the queue.
     void removeQueued(std::vector<Object*>& queue);
@@ -71,6 +84,7 @@ private:
     std::vector<Object*> pendingDetach;
     std::vector<Object*> pendingDestroy;
     std::vector<OwnedObject> removed; // scratch, kept for its storage
+    mutable int passages = 0;         // under way, one within the other
 };
 
 extern World world;

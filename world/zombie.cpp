@@ -1,6 +1,7 @@
 #include "world/zombie.h"
 
 #include <array>
+#include <cassert>
 #include <cmath>
 
 #include "base/frame_state.h"
@@ -99,7 +100,9 @@ void Zombie::strikeWhenReady() {
         return;
     }
     if (attackArmed) {
-        world.first<Player>()->takeDamage(strikeDamage);
+        Player* const player = world.first<Player>();
+        assert(player != nullptr);
+        player->takeDamage(strikeDamage);
     } else {
         // Only the end of the pause is waited for before the first strike. A wind-up longer than the pause
         // starts below zero.
