@@ -41,7 +41,7 @@ private:
     void* event = nullptr;
     void* thread = nullptr;
     WaveFormat* format = nullptr;
-    std::uint32_t bufferFrames = 0; // 0: there is no device yet
+    bool hasDevice = false; // when the audio thread starts
     std::atomic<std::uint32_t> stopRequested = 0;
     std::atomic<int> owners = 1;
 };

@@ -42,6 +42,7 @@ CallResult AudioOutput::open() {
     if (!device.failed()) {
         device = initializeStream(calls, client, *format);
     }
+    std::uint32_t bufferFrames = 0;
     if (!device.failed()) {
         device = streamBufferFrames(*client, bufferFrames);
     }
@@ -52,12 +53,12 @@ CallResult AudioOutput::open() {
     if (!device.failed()) {
         device = setStreamEvent(*client, event);
     }
-    if (device.failed()) {
-        bufferFrames = 0;
+    hasDevice = !device.failed();
+    if (!hasDevice) {
         debugText(describe(device, "silence until a default device can be opened"));
     }
     result = ring.allocate(AudioRing::sizeFor(format->averageBytesPerSecond));
-    ring.setDeviceBuffer(bufferFrames);
+    ring.setDeviceBuffer(hasDevice ? bufferFrames : 0);
     return result;
 }
 
@@ -78,7 +79,7 @@ unsigned long AudioOutput::runThread(void* output) {
     const bool hasCom = !system.initializeCom(true).failed();
     {
         WindowsPlaybackDevice device(self);
-        playRing(self.ring, device, self.bufferFrames, self.stopRequested);
+        playRing(self.ring, device, self.hasDevice, self.stopRequested);
     }
     if (task != nullptr) {
         AvRevertMmThreadCharacteristics(task);

@@ -42,17 +42,20 @@ private:
 
 class Playback {
 public:
-    Playback(AudioRing& itsRing, PlaybackDevice& itsDevice, std::atomic<std::uint32_t>& itsStopRequest)
+    Playback(AudioRing& itsRing, PlaybackDevice& itsDevice, bool isOpen,
+             std::atomic<std::uint32_t>& itsStopRequest)
         : ring(itsRing), device(itsDevice), stopRequested(itsStopRequest),
-          lastServed(itsDevice.clockNanoseconds()) {}
+          lastServed(itsDevice.clockNanoseconds()), lossReported(!isOpen) {}
 
     // Plays until the end or until the device is lost.
-    Ending play(std::uint32_t bufferFrames) {
+    Ending play() {
         lastServed = device.clockNanoseconds();
-        const CallResult started = device.start();
+        std::uint32_t bufferFrames = 0;
+        const CallResult started = device.start(bufferFrames);
         if (started.failed()) {
             return lose(describe(started, consequence));
         }
+        ring.setDeviceBuffer(bufferFrames);
         while (true) {
             const PlaybackDevice::Wake wake = device.wait(waitMilliseconds);
             if (wake == PlaybackDevice::Wake::Failed || takeStopRequest(stopRequested)) {
@@ -78,7 +81,7 @@ public:
 
     // Waits for a default device and opens it. Never tries twice without a pause, so that a device that opens
     // but cannot play does not keep a processor busy.
-    Ending reopen(std::uint32_t& bufferFrames) {
+    Ending reopen() {
         device.close();
         SilentClock silence(lastServed);
         while (true) {
@@ -86,10 +89,9 @@ public:
                 takeStopRequest(stopRequested)) {
                 return Ending::Stopped;
             }
-            const CallResult opened = device.open(bufferFrames);
+            const CallResult opened = device.open();
             ring.skip(silence.framesUntil(device.clockNanoseconds()));
             if (!opened.failed()) {
-                ring.setDeviceBuffer(bufferFrames);
                 return Ending::Reopened;
             }
         }
@@ -111,7 +113,7 @@ private:
     PlaybackDevice& device;
     std::atomic<std::uint32_t>& stopRequested;
     std::int64_t lastServed; // nanoseconds; before anything was: when playing began
-    bool lossReported = false;
+    bool lossReported;
 };
 
 } // namespace
@@ -140,12 +142,12 @@ CallResult drainStep(AudioRing& ring, PlaybackDevice& device, std::uint32_t buff
     return device.releaseBuffer(drain.frames, false);
 }
 
-void playRing(AudioRing& ring, PlaybackDevice& device, std::uint32_t bufferFrames,
+void playRing(AudioRing& ring, PlaybackDevice& device, bool isOpen,
               std::atomic<std::uint32_t>& stopRequested) {
-    Playback playback(ring, device, stopRequested);
-    Ending ending = bufferFrames > 0 ? playback.play(bufferFrames) : Ending::Lost;
-    while (ending == Ending::Lost && playback.reopen(bufferFrames) == Ending::Reopened) {
-        ending = playback.play(bufferFrames);
+    Playback playback(ring, device, isOpen, stopRequested);
+    Ending ending = isOpen ? playback.play() : Ending::Lost;
+    while (ending == Ending::Lost && playback.reopen() == Ending::Reopened) {
+        ending = playback.play();
     }
     device.close();
 }

@@ -17,10 +17,10 @@ public:
         Failed,
     };
 
-    // Opens a stream on the device that is the default now. `bufferFrames`: the size of its buffer. After a
-    // failure, and after close, nothing is held and open may be tried again.
-    virtual CallResult open(std::uint32_t& bufferFrames) = 0;
-    virtual CallResult start() = 0;
+    // Opens a stream on the device that is the default now. After a failure, and after close, nothing is held
+    // and open may be tried again.
+    virtual CallResult open() = 0;
+    virtual CallResult start(std::uint32_t& bufferFrames) = 0; // `bufferFrames`: the size of its buffer
     virtual void close() = 0; // stops what was started; also after a failed start
 
     virtual Wake wait(std::uint32_t milliseconds) = 0;

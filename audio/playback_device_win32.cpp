@@ -15,7 +15,7 @@ WindowsPlaybackDevice::WindowsPlaybackDevice(AudioOutput& itsOutput)
 
 WindowsPlaybackDevice::~WindowsPlaybackDevice() { close(); }
 
-CallResult WindowsPlaybackDevice::open(std::uint32_t& bufferFrames) {
+CallResult WindowsPlaybackDevice::open() {
     if (output.client != nullptr) {
         output.client->Release();
         output.client = nullptr;
@@ -29,20 +29,20 @@ CallResult WindowsPlaybackDevice::open(std::uint32_t& bufferFrames) {
     if (result.failed()) {
         return result;
     }
-    result = streamBufferFrames(*output.client, bufferFrames);
-    if (result.failed()) {
-        return result;
-    }
     return setStreamEvent(*output.client, output.event);
 }
 
-CallResult WindowsPlaybackDevice::start() {
+CallResult WindowsPlaybackDevice::start(std::uint32_t& bufferFrames) {
     void* service = nullptr;
     const HRESULT found = output.client->GetService(__uuidof(IAudioRenderClient), &service);
     if (FAILED(found)) {
         return {"IAudioClient::GetService", found};
     }
     render = static_cast<IAudioRenderClient*>(service);
+    const CallResult sized = streamBufferFrames(*output.client, bufferFrames);
+    if (sized.failed()) {
+        return sized;
+    }
     const HRESULT started = output.client->Start();
     isStarted = SUCCEEDED(started);
     return {"IAudioClient::Start", started};

@@ -14,8 +14,8 @@ public:
     explicit WindowsPlaybackDevice(AudioOutput& itsOutput);
     ~WindowsPlaybackDevice();
 
-    CallResult open(std::uint32_t& bufferFrames) override;
-    CallResult start() override;
+    CallResult open() override;
+    CallResult start(std::uint32_t& bufferFrames) override;
     void close() override;
     Wake wait(std::uint32_t milliseconds) override;
     CallResult queuedFrames(std::uint32_t& frames) override;

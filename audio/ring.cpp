@@ -61,6 +61,7 @@ void AudioRing::feed(MusicTrack* track) {
     if (track != mixedTrack) {
         mixedTrack = track;
         leadFrames = framesKeptAhead;
+        consumed = 0; // of something else
     }
     if (track != nullptr) {
         track->advance(consumed);

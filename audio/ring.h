@@ -34,7 +34,8 @@ public:
     void setDeviceBuffer(std::uint32_t frames);
 
     // Main thread, once per simulation step: moves `track` (null: silence) by what was heard since last time
-    // and mixes the next 100 ms behind the kept stretch.
+    // and mixes the next 100 ms behind the kept stretch. A track that was not the last feed's is not moved: what was
+    // heard was not it, and it begins with the sample at its position (0 for a looping one at its end).
     void feed(MusicTrack* track);
 
     // Audio thread. What the device gets: `frames` to be copied from `data`, or none: then it plays silence

@@ -192,6 +192,18 @@ INSTANTIATE_TEST_SUITE_P(EachCall, CoreAudioFailure,
                                            Failure{"CreateThread", "CreateThread"}),
                          [](const auto& test) { return std::string(test.param.failing); });
 
+TEST(CoreAudioThread, AsksForTheBufferSizeItself) {
+    FakeCoreAudio machine({});
+    AudioOutput* const output = started(machine);
+    ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
+    const Calls calls = machine.calls();
+    const auto service = std::find(calls.begin(), calls.end(), "GetService render");
+    ASSERT_LT(2, calls.end() - service);
+    EXPECT_EQ(Calls(service, service + 3), (Calls{"GetService render", "GetBufferSize", "Start"}));
+    AudioOutput::stop(output);
+    expectNothingHeld(machine);
+}
+
 TEST(CoreAudioThread, AnswersEachSignal) {
     FakeCoreAudio machine({});
     AudioOutput* const output = started(machine);

@@ -23,17 +23,19 @@ class ScriptedDevice : public PlaybackDevice {
 public:
     explicit ScriptedDevice(std::uint32_t frames) : bufferFrames(frames) {}
 
-    CallResult open(std::uint32_t& frames) override {
+    CallResult open() override {
         calls.push_back("open");
         if (openFailures > 0) {
             --openFailures;
             return {"IAudioClient::Initialize", genericFailure};
         }
-        frames = bufferFrames;
         changed = false;
         return {};
     }
-    CallResult start() override { return note("start"); }
+    CallResult start(std::uint32_t& frames) override {
+        frames = bufferFrames;
+        return note("start");
+    }
     void close() override { calls.push_back("close"); }
     Wake wait(std::uint32_t milliseconds) override {
         calls.push_back("wait " + std::to_string(milliseconds));
@@ -104,7 +106,7 @@ protected:
             stopRequested = 1;
             return PlaybackDevice::Wake::Signalled;
         };
-        playRing(ring, device, device.bufferFrames, stopRequested);
+        playRing(ring, device, true, stopRequested);
     }
 
     AudioRing ring;
@@ -235,11 +237,32 @@ TEST_F(Playback, WaitsForADeviceWhereThereIsNone) {
         }
         return PlaybackDevice::Wake::TimedOut;
     };
-    playRing(ring, device, 0, stopRequested);
+    playRing(ring, device, false, stopRequested);
     EXPECT_EQ(device.calls, (std::vector<std::string>{"close", "wait 250", "open", "wait 250", "open",
                                                       "start", "wait 500", "close"}));
     EXPECT_EQ(ring.counters().consumedFrames, 500u * 48); // what would have been heard meanwhile
     EXPECT_TRUE(testing::takeDebugLines().empty());       // whoever found that there is none has said so
+}
+
+TEST_F(Playback, SaysNothingMoreWhileTheFirstDeviceDoesNotStart) {
+    device.failing = "start";
+    device.script = [&](std::uint32_t) {
+        stopRequested = std::count(device.calls.begin(), device.calls.end(), "start") == 2 ? 1 : 0;
+        return PlaybackDevice::Wake::TimedOut;
+    };
+    playRing(ring, device, false, stopRequested);
+    EXPECT_TRUE(testing::takeDebugLines().empty()); // whoever found that there is no device has said so
+}
+
+TEST_F(Playback, AsksForTheBufferSizeAsItStarts) {
+    ring.setDeviceBuffer(1440); // as it was when the stream was opened
+    device.bufferFrames = 480;
+    play({signalled});
+    EXPECT_EQ(device.calls, (std::vector<std::string>{"start", "wait 500", "queued", "acquire 480",
+                                                      "release 480 silent", "wait 500", "close"}));
+    ring.feed(&track);
+    ring.feed(&track);
+    EXPECT_EQ(ring.counters().readLimit - ring.counters().readPosition, 480u * 8);
 }
 
 TEST_F(Playback, TakesTheBufferSizeOfTheDeviceThatItReopens) {

@@ -98,7 +98,8 @@ TEST_F(Ring, ZeroesAndAdvancesWithNothingSelected) {
     EXPECT_EQ(track.position, 0u); // only the track that plays moves
 }
 
-// Feeds of silence first, so that a device buffer of it is kept when the piece is selected.
+// Feeds of silence first, so that a device buffer of it is kept when the piece is selected, and silence was heard
+// since the last feed, which is no part of the piece.
 TEST_F(Ring, StartsAPieceWithTheSampleAtItsPositionBehindKeptSilence) {
     prepare();
     MusicTrack looping = numberedTrack(20000, true);
@@ -107,8 +108,8 @@ TEST_F(Ring, StartsAPieceWithTheSampleAtItsPositionBehindKeptSilence) {
         ring.feed(nullptr);
         drain(800);
     }
-    ring.feed(nullptr);
-    ring.feed(&looping); // nothing was heard since the last feed
+    ring.feed(&looping);
+    EXPECT_EQ(looping.position, 0u);
     EXPECT_EQ(drain(1440), std::vector<std::int32_t>(1440, 0));
     std::int32_t next = 1;
     for (int step = 0; step < 10; ++step) { // and then without a jump, the kept length being what it may
@@ -123,10 +124,23 @@ TEST_F(Ring, StartsAPieceThatPlaysOnceWithItsFirstSample) {
     prepare();
     MusicTrack once = numberedTrack(20000);
     ring.feed(nullptr);
+    drain(800);
     ring.feed(&once);
     EXPECT_EQ(drain(1440), std::vector<std::int32_t>(1440, 0));
     EXPECT_EQ(drain(1000), numbers(1, 1000));
     ring.feed(&once);
+    EXPECT_EQ(drain(1000), numbers(1001, 1000));
+}
+
+TEST_F(Ring, ResumesAPieceWhereItWasLeftWhateverWasHeardBetween) {
+    prepare(0, 0); // nothing is kept, so that the piece follows at once
+    MusicTrack track = numberedTrack(20000, true);
+    ring.feed(&track);
+    EXPECT_EQ(drain(1000), numbers(1, 1000));
+    ring.feed(&track);
+    ring.feed(nullptr);
+    EXPECT_EQ(drain(900), std::vector<std::int32_t>(900, 0));
+    ring.feed(&track);
     EXPECT_EQ(drain(1000), numbers(1001, 1000));
 }
 
