@@ -1,9 +1,15 @@
 #pragma once
 
+#include <cfloat>
+
 // Error-free arithmetic on doubles: a sum or product together with its own rounding error. All of it holds
 // for IEEE doubles rounded to nearest, without contraction, as long as nothing overflows or comes near the
 // subnormals.
 namespace dunkman {
+
+// The 80-bit registers of the x87 round every result twice, or not at all: no setting makes them give what all
+// others give. 32-bit x86 builds take SSE2 (-msse2 -mfpmath=sse).
+static_assert(FLT_EVAL_METHOD == 0, "doubles must be calculated as doubles");
 
 // The unevaluated sum of two doubles, the second at most half a unit in the last place of the first: 106
 // bits.
