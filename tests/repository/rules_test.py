@@ -9,6 +9,7 @@ from pathlib import Path
 
 import check_scripts
 import check_sources
+import linked_functions
 from floors import FLOORS, FOLDERS, LEVEL, folder_of, include_faults, link_faults
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -164,6 +165,32 @@ class Floors(unittest.TestCase):
         lists = {"base/CMakeLists.txt": "dunkman_library(base SOURCES base.cpp) # LINKS world\n",
                  "world/CMakeLists.txt": "dunkman_library(world SOURCES world.cpp)"}
         self.assertEqual(list(link_faults(lists)), [])
+
+
+class LinkedFunctions(unittest.TestCase):
+    """What an object file of the game may ask the linker for."""
+
+    def test_functions_that_differ_between_libraries_are_caught(self):
+        for symbol in ("sin", "cosf", "pow", "exp", "atan2", "rand", "strtod", "qsort"):
+            self.assertIsNotNone(linked_functions.fault("libworld.a:zombie.cpp", symbol), symbol)
+
+    def test_clocks_and_chance_are_caught(self):
+        for symbol in ("time", "clock_gettime", "std::chrono::_V2::system_clock::now()", "getenv",
+                       "std::random_device::_M_getval()", "dunkman::platform::clockNanoseconds()"):
+            self.assertIsNotNone(linked_functions.fault("libworld.a:zombie.cpp", symbol), symbol)
+
+    def test_files_are_opened_by_the_loaders_only(self):
+        for symbol in ("std::basic_filebuf<char, std::char_traits<char> >::close()", "fopen",
+                       "dunkman::parseFile(std::string const&)"):
+            self.assertIsNotNone(linked_functions.fault("libworld.a:zombie.cpp", symbol), symbol)
+            self.assertIsNotNone(linked_functions.fault("libscreens.a:game_screen.cpp", symbol), symbol)
+        self.assertIsNone(linked_functions.fault("libworld.a:scene_loader.cpp",
+                                                 "dunkman::parseFile(std::string const&)"))
+
+    def test_what_has_one_result_everywhere_is_free(self):
+        for symbol in ("memcpy", "fmod", "dunkman::exactSin(double)", "std::__throw_length_error(char const*)",
+                       "operator new(unsigned long)", "__stack_chk_fail"):
+            self.assertIsNone(linked_functions.fault("libworld.a:zombie.cpp", symbol), symbol)
 
 
 class Scripts(unittest.TestCase):
