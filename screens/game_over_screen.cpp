@@ -11,7 +11,7 @@ namespace {
 constexpr double holdSeconds = 10.0;
 constexpr double keyHeight = 0.7;
 
-// A second glass, tipped the other way, in the lower left corner.
+// A second glass, tipped the other way, on the sand beside the hand.
 void drawSecondSpill() {
     const Texture2D& spill = imageByKey("cocktailSpill");
     constexpr double height = 2.2;
@@ -19,7 +19,7 @@ void drawSecondSpill() {
           .mirrorX = true,
           .mirrorY = true,
           .mode = SpriteMode::Interface,
-          .position = {-5.6, -2.4},
+          .position = {-3.7, -3.0},
           .size = {aspectOf(spill) * height, height},
           .zOffset = 0.05});
 }
