@@ -49,6 +49,13 @@ resize_window() {
     wine "$(dirname "$1")/resize-window.exe" "$(basename "$1")" "$2" >/dev/null 2>&1 </dev/null
 }
 
+# press_key PROGRAM.exe KEY: presses a key, by its name for X, in the window of the program.
+press_key() {
+    local window
+    window=$(xdotool search --onlyvisible --class "$1" 2>/dev/null | head -n 1)
+    [ -z "$window" ] || xdotool windowfocus "$window" keydown "$2" sleep 0.3 keyup "$2" >/dev/null 2>&1
+}
+
 # start_sound: a PulseAudio server of our own with a null sink as the default device.
 start_sound() {
     command -v pulseaudio >/dev/null || { say "no sound server of our own here: the machine's is used"; return; }

@@ -1,0 +1,137 @@
+"""The commands of the root folder, before they build anything: what they say of themselves and what they refuse."""
+
+import os
+import signal
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+
+
+PATIENCE = 30  # seconds; a command that goes on to build is stopped, with what it started
+
+
+def run(command, *words, folder=ROOT):
+    with subprocess.Popen([str(ROOT / command), *words], cwd=folder, text=True, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True) as process:
+        try:
+            out, errors = process.communicate(timeout=PATIENCE)
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGTERM)
+            raise AssertionError(f"{command} {' '.join(words)} goes on instead of ending") from None
+    return subprocess.CompletedProcess(command, process.returncode, out, errors)
+
+
+class Help(unittest.TestCase):
+    def test_is_printed_on_request(self):
+        for command, words in (("play", ["record", "--skip-story", "--size", "--help"]),
+                               ("test", ["tidy", "--strict", "windows-clang", "CASES"])):
+            result = run(command, "--help")
+            self.assertEqual((result.returncode, result.stderr), (0, ""), command)
+            for word in words:
+                self.assertIn(word, result.stdout)
+
+    def test_follows_words_that_are_not_understood(self):
+        for command, words in (("play", ["--louder"]), ("play", ["dance"]), ("play", ["--size"]),
+                               ("play", ["--size", "big"]), ("test", ["--louder"]),
+                               ("test", ["native", "a", "b", "c"])):
+            result = run(command, *words)
+            self.assertEqual((result.returncode, result.stdout), (2, ""), words)
+            self.assertIn(run(command, "--help").stdout, result.stderr)
+
+
+class PlayARecording(unittest.TestCase):
+    def test_that_is_not_there_is_refused_by_its_name(self):
+        with tempfile.TemporaryDirectory() as folder:
+            result = run("play", "mine.json5", folder=folder)
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout, f"play: there is no file {folder}/mine.json5\n")
+
+    def test_that_is_another_kind_of_file_is_refused(self):
+        result = run("play", "data/scene.json5")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("scene.json5 is no recording", result.stdout)
+
+    def test_that_is_to_be_made_at_the_same_time_is_refused(self):
+        self.assertEqual(run("play", "record", "data/recording.json5").returncode, 2)
+
+
+PACE = 'warn:debugstr:OutputDebugStringA "{}\\n"\n'
+LOG = "".join(PACE.format(line) for line in (
+    "screen Menu", "pace Menu from=0 steps=480 dropped=0 frames=480 seconds=8.0 typical=1.0 longest=2.0",
+    "screen Game", "pace Game from=0 steps=600 dropped=0 frames=600 seconds=10.0 typical=1.0 longest=2.0",
+    "pace Game from=600 steps=3132 dropped=0 frames=3132 seconds=52.2 typical=1.0 longest=2.0"))
+OLD, NEW = '[{"frame": 1, "newKeyStates": []}]', '[{"frame": 2, "newKeyStates": []}]'
+
+
+class Recording(unittest.TestCase):
+    """What ./play record does around the game, in a folder with a small data/."""
+
+    def setUp(self):
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.folder = Path(scratch.name)
+        (self.folder / "data" / "AssetsCompressed").mkdir(parents=True)
+        self.write("data/scene.json5", "[]")
+        self.write("data/recording.json5", OLD)
+        self.write("play.log", LOG)
+        self.shell("make_data_folder run")
+
+    def write(self, path, text):
+        (self.folder / path).parent.mkdir(parents=True, exist_ok=True)
+        (self.folder / path).write_text(text, encoding="utf-8")
+
+    def read(self, path):
+        return (self.folder / path).read_text(encoding="utf-8")
+
+    def shell(self, command):
+        script = f". {ROOT}/tools/shell/report.sh; . {ROOT}/tools/shell/recording.sh; {command}"
+        result = subprocess.run(["bash", "-uc", script, "play"], cwd=self.folder, capture_output=True, text=True)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        return result.stdout
+
+    def record(self, text):
+        self.write("run/recording.json5", text)
+        return self.shell("keep_recording run play.log")
+
+    def test_runs_in_a_folder_with_all_data_but_the_recording(self):
+        self.assertEqual(sorted(path.name for path in (self.folder / "run").iterdir()),
+                         ["AssetsCompressed", "scene.json5"])
+        self.assertEqual(self.read("run/scene.json5"), "[]")
+
+    def test_takes_the_place_of_the_one_before(self):
+        self.record(NEW)
+        self.assertEqual(self.read("data/recording.json5"), NEW)
+
+    def test_keeps_the_one_before_under_the_next_number(self):
+        self.record(NEW)
+        self.assertEqual(self.read("recordings/recording-1.json5"), OLD)
+        self.assertIn("recordings/recording-2.json5", self.record(OLD))
+        self.assertEqual(self.read("recordings/recording-2.json5"), NEW)
+
+    def test_never_takes_a_number_again(self):
+        self.write("recordings/recording-9.json5", "kept")
+        self.record(NEW)
+        self.assertEqual(self.read("recordings/recording-9.json5"), "kept")
+        self.assertEqual(self.read("recordings/recording-10.json5"), OLD)
+
+    def test_tells_where_it_is_how_long_it_took_and_how_it_ended(self):
+        said = self.record(NEW)
+        self.assertIn("saved in data/recording.json5: a game of 1 min 2.2 s (3732 steps), "
+                      "which ended when the hero fell\n", said)
+
+    def test_that_was_broken_off_leaves_everything_as_it_was_and_says_so(self):
+        said = self.shell("keep_recording run play.log")
+        self.assertIn("nothing was saved: the game was left on the screen Game", said)
+        self.assertEqual(self.read("data/recording.json5"), OLD)
+        self.assertFalse((self.folder / "recordings").exists())
+
+    def test_that_ended_with_a_fault_says_so(self):
+        self.write("play.log", LOG + PACE.format("fatal: no room"))
+        self.assertIn("nothing was saved: the game stopped with a fault", self.shell("keep_recording run play.log"))
+
+
+if __name__ == "__main__":
+    unittest.main()
