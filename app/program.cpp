@@ -1,5 +1,6 @@
 #include "app/program.h"
 
+#include "app/data_folder.h"
 #include "app/main_loop.h"
 #include "app/pace.h"
 #include "app/recording.h"
@@ -33,6 +34,7 @@ void showDarkness() {
 } // namespace
 
 void startUp(InputMode mode, ScreenId firstScreen) {
+    enterDataFolder(platform::programFolder());
     dropOldKeyPresses();
     writable::frameState.inputMode = mode;
     loadRecording();

@@ -5,7 +5,8 @@
 
 namespace dunkman {
 
-// Everything before the loop, in its fixed order, from the recording to the start sample of the clock. `mode` is the
+// Everything before the loop, in its fixed order, from the choice of the working directory (app/data_folder.h) and the
+// recording to the start sample of the clock. `mode` is the
 // program's compiled-in input mode, `firstScreen` the screen that is entered.
 void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 

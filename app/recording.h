@@ -23,7 +23,8 @@ struct RecordedGame {
 
 extern const RecordedGame& recording;
 
-// Reads "recording.json5", except in Record mode, which starts with an empty recording. Runs before anything else.
+// Reads "recording.json5", except in Record mode, which starts with an empty recording. Runs before anything
+// else is read.
 void loadRecording();
 
 // One step in Record mode: keeps the changes, if any, under the number of this step.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 
 // What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
 // simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
@@ -11,6 +12,9 @@ struct ClientSize {
     std::uint32_t width = 0;  // pixels
     std::uint32_t height = 0; // pixels
 };
+
+// Where the program's own file is; empty where that is not known.
+std::filesystem::path programFolder();
 
 // Start-up, in the order of use.
 void switchDisplayMode(); // 1920 x 1080, 32 bits per pixel, full screen; kept lit from now on

@@ -47,6 +47,13 @@ std::wstring wide(const std::string& utf8) {
 
 } // namespace
 
+std::filesystem::path programFolder() {
+    constexpr std::size_t longestPath = 32768;
+    std::wstring path(longestPath, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return std::filesystem::path(path).parent_path();
+}
+
 void switchDisplayMode() {
     DEVMODEA mode = {};
     mode.dmSize = sizeof mode;

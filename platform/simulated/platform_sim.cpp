@@ -31,6 +31,7 @@ void resetMachine() {
     simulated::resetGl();
 }
 
+std::filesystem::path programFolder() { return machine.programFolder; }
 void switchDisplayMode() { machine.calls.emplace_back("switchDisplayMode"); }
 void openWindow() { machine.calls.emplace_back("openWindow"); }
 void hideCursor() { machine.calls.emplace_back("hideCursor"); }

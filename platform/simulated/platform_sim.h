@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ struct Machine {
     std::set<std::int32_t> keysDown;    // virtual-key codes
     std::set<std::int32_t> keysPressed; // since last asked, whether they still are down or not
     platform::ClientSize clientSize = {1920, 1080};
+    std::filesystem::path programFolder; // empty: the working directory alone holds the data
     bool windowVisible = true;
     int bufferSwaps = 0;
     std::vector<std::string> calls;      // start-up calls, in order, by name

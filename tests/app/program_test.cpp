@@ -1,5 +1,8 @@
 #include "app/program.h"
 
+#include <gmock/gmock.h>
+
+#include <filesystem>
 #include <set>
 #include <string>
 
@@ -29,6 +32,22 @@ TEST_F(Program, StartsTheMachineInItsOrder) {
     EXPECT_EQ(simulated::machine.calls,
               (std::vector<std::string>{"switchDisplayMode", "openWindow", "hideCursor", "createGlContext",
                                         "loadGlFunctions", "setSwapInterval"}));
+}
+
+TEST_F(Program, FindsItsDataBesideItselfWhereverItIsStarted) {
+    const std::filesystem::path folder = std::filesystem::current_path();
+    std::filesystem::create_directory("elsewhere");
+    std::filesystem::current_path("elsewhere");
+    simulated::machine.programFolder = folder;
+    EXPECT_EQ(startUpFault(), "no fault");
+    EXPECT_EQ(std::filesystem::current_path(), folder);
+}
+
+TEST_F(Program, SaysThatItsDataIsMissingBeforeItTakesTheScreen) {
+    std::filesystem::create_directory("elsewhere");
+    std::filesystem::current_path("elsewhere");
+    EXPECT_THAT(startUpFault(), testing::HasSubstr("elsewhere"));
+    EXPECT_TRUE(simulated::machine.calls.empty());
 }
 
 TEST_F(Program, DoesNotTakeKeysThatWerePressedBeforeItBegan) {
