@@ -25,9 +25,11 @@ namespace {
 
 constexpr std::array fields = {
     field<&Arena::spawnsRemaining>("spawnsRemaining", "zombies still to come; below 0: without end"),
-    field<&Arena::maxSimultaneousZombies>("maxSimultaneousZombies", "most that live at once"),
-    field<&Arena::zombieTimer>("zombieTimer", "seconds from one zombie to the next"),
-    field<&Arena::enemyVariant>("enemyVariant", "who comes: 0 to 3 a recipe, 4 the scripted wave"),
+    field<&Arena::maxSimultaneousZombies>("maxSimultaneousZombies", "most that live at once",
+                                          {1, largestSensible}),
+    field<&Arena::zombieTimer>("zombieTimer", "seconds from one zombie to the next", positive),
+    field<&Arena::enemyVariant>("enemyVariant", "who comes: 0 to 3 a recipe, 4 the scripted wave",
+                                {0, lastScriptVariant}),
 };
 
 constexpr double huntingRadius = 100.0; // units: an arena's zombie notices the hero wherever he is

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::array<WaveStep, 5> ambush = {{{0, 1}, {0, 1}, {leftViewEdge, 1}, {rightViewEdge, 1}, {0, 0}}};
 
-constexpr std::array<WaveScript, 1> scripts = {{{ambush}}};
+constexpr std::array<WaveScript, lastScriptVariant - firstScriptVariant + 1> scripts = {{{ambush}}};
 
 } // namespace
 

@@ -20,8 +20,9 @@ struct WaveScript {
     std::span<const WaveStep> steps;
 };
 
-// The lowest enemyVariant that selects a script; it selects the first one.
+// The enemyVariants that select a script; the lowest selects the first one.
 inline constexpr std::int32_t firstScriptVariant = 4;
+inline constexpr std::int32_t lastScriptVariant = 4;
 
 // The script that an enemyVariant selects; null when there is none.
 const WaveScript* waveScriptFor(std::int32_t enemyVariant);

@@ -18,8 +18,7 @@ constexpr std::array fields = {
     field<&Camera::offset>("offset", "from its position to the middle of the view, units"),
 };
 
-constexpr double easingRate = -4.0;   // 1/s
-constexpr double leftmostView = -5.0; // the camera's x never goes below
+constexpr double easingRate = -4.0; // 1/s
 
 } // namespace
 

@@ -19,6 +19,9 @@ public:
     Vec2 offset{0.0, 2.0};
 };
 
+// A camera's x never goes below.
+inline constexpr double leftmostView = -5.0;
+
 // What the camera sees of the plane of the game: viewWidth wide, as high as the window's proportions ask for.
 Rect viewRectangle(const Camera& camera);
 

@@ -23,6 +23,23 @@ enum class FieldKind {
     Timer        // a number: the duration in seconds
 };
 
+// What somebody who fills a field with numbers can mean by them, both numbers of a pair alike. Reading takes any number; the
+// inspector, the reference and the schemas tell of one outside.
+struct FieldRange {
+    double least;
+    double most;
+    bool isAboveLeast = false; // the least itself is outside
+
+    constexpr bool contains(double number) const {
+        return (isAboveLeast ? number > least : number >= least) && number <= most;
+    }
+};
+
+inline constexpr double largestSensible = 1e6; // of anything; a beach is a hundred units long
+inline constexpr FieldRange anySensible = {-largestSensible, largestSensible};
+inline constexpr FieldRange notNegative = {0.0, largestSensible};
+inline constexpr FieldRange positive = {0.0, largestSensible, true};
+
 // A field of a class that data files may set. Each class lists its own once, at the top of its source; reading,
 // writing, the inspector and the reference of the data files come from that list. The default is what the class's
 // constructor leaves in the member.
@@ -33,6 +50,7 @@ struct Field {
     void (*read)(Object& object,
                  const JsonValue& value); // leaves the member when the value is of another kind
     JsonValue (*write)(const Object& object);
+    FieldRange range;
 };
 
 constexpr FieldKind fieldKindOf(const double*) { return FieldKind::Number; }
@@ -57,9 +75,10 @@ template <class Kind, class Value, Value Kind::*Member> struct FieldOf<Member> {
 };
 
 // The kind comes from the member's type.
-template <auto Member> constexpr Field field(std::string_view key, std::string_view meaning) {
+template <auto Member>
+constexpr Field field(std::string_view key, std::string_view meaning, FieldRange range = anySensible) {
     using Of = FieldOf<Member>;
-    return {key, Of::kind, meaning, &Of::read, &Of::write};
+    return {key, Of::kind, meaning, &Of::read, &Of::write, range};
 }
 
 } // namespace dunkman

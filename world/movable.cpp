@@ -14,7 +14,7 @@ constexpr std::array fields = {
     field<&Movable::autoMirror>("autoMirror", "faces the direction in which it moves"),
     field<&Movable::inverseMirror>("inverseMirror",
                                    "its mirrorX while moving right; true if the picture faces left"),
-    field<&Movable::friction>("friction", "damping rate for each axis, 1/s"),
+    field<&Movable::friction>("friction", "damping rate for each axis, 1/s", notNegative),
     field<&Movable::acceleration>("acceleration", "thrust of what steers, for each axis, units/s^2"),
     field<&Movable::velocity>("velocity", "units/s"),
 };

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::array fields = {
     field<&Object::position>("position", "where it is, world units; of a picture its pivot"),
-    field<&Object::size>("size", "width and height, world units"),
+    field<&Object::size>("size", "width and height, world units", positive),
 };
 
 } // namespace

@@ -15,8 +15,9 @@ namespace {
 
 constexpr std::array fields = {
     field<&Walker::walkAnimation>("walkAnimation", "phase of the walk cycle, radians"),
-    field<&Walker::health>("health", "falls when this drops below 0"),
-    field<&Walker::invulnerableTimer>("invulnerableTimer", "seconds after a hit in which no other counts"),
+    field<&Walker::health>("health", "falls when this drops below 0", {0, 1000}),
+    field<&Walker::invulnerableTimer>("invulnerableTimer", "seconds after a hit in which no other counts",
+                                      positive),
 };
 
 constexpr double blinksPerSecond = 7.0; // every second one hides

@@ -15,15 +15,16 @@ namespace dunkman {
 namespace {
 
 constexpr std::array fields = {
-    field<&Weapon::attackTimeout>("attackTimeout", "seconds from one attack until the next may start"),
+    field<&Weapon::attackTimeout>("attackTimeout", "seconds from one attack until the next may start",
+                                  positive),
     field<&Weapon::timeoutAnimationPercentage>("timeoutAnimationPercentage",
-                                               "share of attackTimeout for the swing"),
+                                               "share of attackTimeout for the swing", {0, 1, true}),
     field<&Weapon::attackArc>("attackArc", "how far it swings, degrees: first forwards, then back"),
     field<&Weapon::handPivot>("handPivot", "point of the picture in the hand, fractions of its size"),
     field<&Weapon::animationAngle>("animationAngle", "degrees; set by the swing while it is held"),
     field<&Weapon::collisionPivot>("collisionPivot", "point of the picture that hits, fractions of its size"),
-    field<&Weapon::collisionRadius>("collisionRadius", "how far around that point it hits, units"),
-    field<&Weapon::damage>("damage", "health that a hit takes from each zombie"),
+    field<&Weapon::collisionRadius>("collisionRadius", "how far around that point it hits, units", positive),
+    field<&Weapon::damage>("damage", "health that a hit takes from each zombie", notNegative),
     field<&Weapon::durability>("durability", "attacks until it breaks; below 0 it never does"),
 };
 

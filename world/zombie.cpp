@@ -18,9 +18,10 @@ namespace dunkman {
 namespace {
 
 constexpr std::array fields = {
-    field<&Zombie::attackRateTimer>("attackRateTimer", "seconds from one strike to the next"),
-    field<&Zombie::searchRadius>("searchRadius", "sideways distance at which it notices the hero, units"),
-    field<&Zombie::attackDelay>("attackDelay", "seconds from arrival to the first strike"),
+    field<&Zombie::attackRateTimer>("attackRateTimer", "seconds from one strike to the next", positive),
+    field<&Zombie::searchRadius>("searchRadius", "sideways distance at which it notices the hero, units",
+                                 notNegative),
+    field<&Zombie::attackDelay>("attackDelay", "seconds from arrival to the first strike", notNegative),
 };
 
 constexpr std::array<std::string_view, 1> images = {"zombie"};

@@ -23,7 +23,7 @@ public:
 
     std::filesystem::path folder;
 
-private:
+protected:
     std::filesystem::path previousFolder;
 };
 

@@ -85,12 +85,15 @@ int printScene(std::string& out) {
     return 0;
 }
 
-int printFaults(std::string& out) {
-    const std::vector<std::string> faults = checkData();
-    for (const std::string& fault : faults) {
+int printFaults(std::string& out, std::string& notes) {
+    const CheckResult result = checkData();
+    for (const std::string& fault : result.faults) {
         out += fault + '\n';
     }
-    return faults.empty() ? 0 : 1;
+    for (const std::string& note : result.notes) {
+        notes += note + '\n';
+    }
+    return result.faults.empty() ? 0 : 1;
 }
 
 } // namespace dunkman::inspect

@@ -16,6 +16,7 @@ int printSchema(const std::string& name, std::string& out);
 
 // These two look at the data directory that is current.
 int printScene(std::string& out);
-int printFaults(std::string& out);
+int printFaults(std::string& out,
+                std::string& notes); // status 1 when there are any; notes: what was not checked
 
 } // namespace dunkman::inspect

@@ -1,36 +1,39 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "json5/value.h"
-
 namespace dunkman::inspect {
 
-// Collects what is wrong, in the order in which it is found.
-class Faults {
-public:
-    void add(std::string_view file, std::string_view message) {
-        lines.push_back(std::string(file) + ": " + std::string(message));
-    }
-
-    std::vector<std::string> lines;
+// Where a fault is. Lines and columns count from 1, columns in bytes; a fault of a file as a whole is at 1:1.
+struct Spot {
+    std::string file;
+    std::size_t line = 1;
+    std::size_t column = 1;
 };
 
-inline std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+// Collects what is wrong.
+class Faults {
+public:
+    void add(const Spot& spot, std::string_view message);
 
-// Reads a data file and reports syntax faults, numbers that do not fit, a top level of another kind than
-// wanted, and keys that begin or end in white space. Answers what the game would read; Null where reading
-// throws.
-JsonValue readDataFile(const std::string& path, JsonKind wantedTop, Faults& faults);
+    bool empty() const { return found.empty(); }
 
-// Checks that need the files of the whole directory.
-void checkImages(const JsonValue& images, Faults& faults);
-void checkShaders(Faults& faults);
-void checkMusic(Faults& faults);
-void checkObjects(const JsonValue& images, const JsonValue& recipes, const JsonValue& prefabs,
-                  const JsonValue& scene, Faults& faults);
-void checkRecording(const JsonValue& recording, Faults& faults);
+    // "FILE:LINE:COLUMN: message", file by file in the order in which they first came up, each from its top to its end.
+    std::vector<std::string> lines() const;
+
+private:
+    struct Fault {
+        Spot spot;
+        std::string message;
+    };
+
+    std::vector<Fault> found;
+};
+
+std::string inQuotes(std::string_view text); // what cannot be printed as a question mark
 
 } // namespace dunkman::inspect

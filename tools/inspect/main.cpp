@@ -109,7 +109,13 @@ int runCommand(const Arguments& arguments, std::string& out) {
     if (error) {
         throw UsageError("--data: " + arguments.data + ": " + error.message());
     }
-    return arguments.command == "scene" ? inspect::printScene(out) : inspect::printFaults(out);
+    if (arguments.command == "scene") {
+        return inspect::printScene(out);
+    }
+    std::string notes;
+    const int status = inspect::printFaults(out, notes);
+    std::fputs(notes.c_str(), stderr);
+    return status;
 }
 
 } // namespace

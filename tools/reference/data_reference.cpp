@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tools/reference/class_defaults.h"
+#include "tools/reference/field_range.h"
 #include "world/object_class.h"
 #include "world/scene_entry.h"
 
@@ -22,7 +23,7 @@ Written by `dunkman-inspect reference` from the lists in the game's own sources;
 
 Every property is optional. A recipe starts from the defaults of its class, an entry from its recipe, an override from what
 the prefab made. A key that the class does not have, or a value of another kind, is passed over in silence by the game;
-`dunkman-inspect check --data data` names it. Editors complete and check the same while you type: see
+[`dunkman-inspect check --data data`](level.md#what-the-check-finds) names it, and numbers out of their range. Editors complete and check the same while you type: see
 [what editors know](new-object.md#what-editors-know).
 
 ## Entries of scenes and prefabs
@@ -44,7 +45,8 @@ constexpr std::string_view kinds = R"(
 | pair | `[1, 0.5]` or `1`, which counts for both | exactly two numbers |
 | timer | `2`, `0.5` | seconds; being read stops the timer and winds it back |
 
-Places and lengths are in world units, 18 of which are as wide as the view; x grows to the right, y upwards.
+A range behind the kind is what makes sense, for both numbers of a pair; no number makes sense beyond a million. Flags and
+texts have none. Places and lengths are in world units, 18 of which are as wide as the view; x grows to the right, y upwards.
 
 ## Classes
 
@@ -111,7 +113,9 @@ void appendOwnFields(std::string& out, ObjectType type, const JsonValue& default
     }
     out += "\n| key | kind | default | meaning |\n|---|---|---|---|\n";
     for (const Field& field : classOf(type).fields) {
-        out += "| " + code(field.key) + " | " + std::string(nameOf(field.kind)) + " | " +
+        const std::string range = rangeText(field.range);
+        out += "| " + code(field.key) + " | " + std::string(nameOf(field.kind)) +
+               (range.empty() ? "" : ", ") + range + " | " +
                defaultOf(type, field.key, defaults.get(field.key)) + " | " + std::string(field.meaning) +
                " |\n";
     }

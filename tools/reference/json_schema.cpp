@@ -1,5 +1,7 @@
 #include "tools/reference/json_schema.h"
 
+#include <cstdint>
+
 #include "tools/reference/class_defaults.h"
 #include "world/object_class.h"
 #include "world/scene_entry.h"
@@ -27,25 +29,39 @@ std::string reference(std::string_view definition) {
     return "{\"$ref\": \"objects.schema.json#/definitions/" + std::string(definition) + "\"}";
 }
 
-std::string_view rulesOf(FieldKind kind) {
+// Bounds that are there for good sense alone go without saying.
+std::string rulesOf(const FieldRange& range) {
+    const auto bound = [](double number) { return std::to_string(static_cast<std::int64_t>(number)); };
+    std::string rules;
+    if (range.least > -largestSensible) {
+        rules += (range.isAboveLeast ? ", \"exclusiveMinimum\": " : ", \"minimum\": ") + bound(range.least);
+    }
+    if (range.most < largestSensible) {
+        rules += ", \"maximum\": " + bound(range.most);
+    }
+    return rules;
+}
+
+std::string rulesOf(FieldKind kind, const FieldRange& range) {
     switch (kind) {
     case FieldKind::Number:
     case FieldKind::Timer:
-        return R"("type": "number")";
+        return R"("type": "number")" + rulesOf(range);
     case FieldKind::WholeNumber:
-        return R"("type": "integer", "minimum": -2147483648, "maximum": 2147483647)";
+        return R"("type": "integer")" + rulesOf(range);
     case FieldKind::Flag:
         return R"("type": "boolean")";
     case FieldKind::Text:
         return R"("type": "string")";
     case FieldKind::Pair:
-        return R"("type": ["number", "array"], "items": {"type": "number"}, "minItems": 2, "maxItems": 2)";
+        return R"("type": ["number", "array"])" + rulesOf(range) + R"(, "items": {"type": "number")" +
+               rulesOf(range) + R"(}, "minItems": 2, "maxItems": 2)";
     }
     return "";
 }
 
 std::string propertyOf(const Field& field) {
-    return quoted(field.key) + ": {" + std::string(rulesOf(field.kind)) +
+    return quoted(field.key) + ": {" + rulesOf(field.kind, field.range) +
            ", \"description\": " + quoted(field.meaning);
 }
 
@@ -105,7 +121,7 @@ std::string anyProperties() {
 std::string entryMember(const EntryMember& member) {
     std::string rules = "\"type\": \"string\"";
     if (member.key == scene_entry::offset.key) {
-        rules = rulesOf(FieldKind::Pair);
+        rules = rulesOf(FieldKind::Pair, anySensible);
     } else if (member.key == scene_entry::overrides.key) {
         rules = "\"type\": \"object\", \"additionalProperties\": {\"$ref\": \"#/definitions/properties\"}";
     }
