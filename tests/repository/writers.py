@@ -23,7 +23,7 @@ WRITERS = {
     "screens/screen_writer.h": ["screens/screen.cpp", "screens/credits_screen.cpp"],
     "app/recording_writer.h": ["app/recording.cpp", "app/reset.cpp"],
     "world/world.h": ["world/", "screens/game_screen.cpp", "app/reset.cpp", "tools/headless/trace.cpp",
-                      "tools/inspect/commands.cpp", "workshop/playthrough/"],
+                      "tools/inspect/", "workshop/playthrough/"],
 }
 
 # What puts one owner's values back. Programs call resetProgram of app/reset.h instead; the tests of a single folder
