@@ -29,7 +29,10 @@ class ProgramFile:
         self.imports = {}
         for block in imports.split("DLL Name: ")[1:]:
             library = block.split()[0].lower()
-            self.imports[library] = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w+)\s*$", block, re.M))
+            # Its address, then its hint; newer tools put "<none>" between the two, as it has no ordinal.
+            names = re.findall(r"^\s+[0-9a-f]+\s+(?:<none>\s+)?[0-9a-f]+\s+(\w+)\s*$", block, re.M)
+            assert names, f"{OBJDUMP} lists nothing of {library} in a way that is understood here"
+            self.imports[library] = set(names)
         number = r"\[\s*\d+\]"
         self.exports = set(re.findall(
             rf"^\s+{number}\s+(?:\+base{number}\s+[0-9a-f]+\s+)?([A-Za-z]\w+)\s*$", exports, re.M))
