@@ -39,7 +39,8 @@ class LateSound(unittest.TestCase):
                            PULSE_RUNTIME_PATH=self.folder.name)
         del environment["PULSE_SERVER"]
         self.start(["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
-                    "--log-level=error", "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"], env=environment)
+                    "--log-level=error", "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"],
+                   env=environment)
         self.environment = dict(os.environ, PULSE_SERVER=f"unix:{socket}", WINEDEBUG="-all,warn+debugstr")
         self.assertTrue(eventually(lambda: self.ask("info").returncode == 0), "the sound server did not come up")
 

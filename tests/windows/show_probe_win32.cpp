@@ -156,7 +156,8 @@ BOOL WINAPI watchedSwap(HDC deviceContext) {
 
 // What the linker takes in place of the import of gdi32.dll.
 extern "C" {
-BOOL(WINAPI* __imp_SwapBuffers)(HDC) = dunkman::watchedSwap; // NOLINT(readability-identifier-naming): the linker's
+BOOL(WINAPI* __imp_SwapBuffers)
+(HDC) = dunkman::watchedSwap; // NOLINT(readability-identifier-naming): the linker's
 }
 
 int main(int count, char** arguments) {
