@@ -155,9 +155,9 @@ BOOL WINAPI watchedSwap(HDC deviceContext) {
 } // namespace dunkman
 
 // What the linker takes in place of the import of gdi32.dll.
+using SwapFunction = BOOL(WINAPI*)(HDC);
 extern "C" {
-BOOL(WINAPI* __imp_SwapBuffers)
-(HDC) = dunkman::watchedSwap; // NOLINT(readability-identifier-naming): the linker's
+SwapFunction __imp_SwapBuffers = dunkman::watchedSwap; // NOLINT(readability-identifier-naming): the linker's name
 }
 
 int main(int count, char** arguments) {
