@@ -11,6 +11,7 @@ from pathlib import Path
 
 import built_list
 import contact_sheet
+import icon
 from drawings import ROOT, TEXTURES, BadDrawing, all_drawings
 
 # How far a texture may be from a fresh one, since rasterisers differ by version: mean and largest difference
@@ -88,7 +89,7 @@ def remove_orphans(drawings):
             print(f"Removing {key}: it has no drawing")
             texture.unlink()
     entries = built_list.read()
-    known = keys | contact_sheet.sheet_keys()
+    known = keys | contact_sheet.sheet_keys() | {icon.KEY}
     built_list.write({key: value for key, value in entries.items() if key in known})
 
 
@@ -111,6 +112,16 @@ def check_textures(tool, drawings):
             return note
 
         return for_each(drawings, work)
+
+
+def icon_failures(work, tool):
+    """Runs icon.build_stale or icon.check."""
+    try:
+        print(f"Icon: {work(tool)}", flush=True)
+        return 0
+    except BadDrawing as problem:
+        print(f"Icon: FAILED: {problem}", flush=True)
+        return 1
 
 
 def run_later_stages(options):
@@ -140,12 +151,13 @@ def main():
 
     if arguments.check:
         failures = check_textures(arguments.tool, drawings)
-        failures += 0 if arguments.keys else run_later_stages(["--check"])
+        failures += 0 if arguments.keys else icon_failures(icon.check, arguments.tool) + run_later_stages(["--check"])
         print("Everything is what the sources give" if failures == 0 else f"{failures} failures")
     else:
         failures = build_stale(arguments.tool, drawings)
         if not arguments.keys:
             remove_orphans(drawings)
+            failures += icon_failures(icon.build_stale, arguments.tool)
             failures += run_later_stages([])
             contact_sheet.make(arguments.tool)
     return 1 if failures else 0

@@ -11,6 +11,7 @@ sys.dont_write_bytecode = True
 
 import built_list  # noqa: E402
 import drawings  # noqa: E402
+import icon  # noqa: E402
 
 COLOUR_ATTRIBUTES = r'(?:fill|stroke|stop-color|color|flood-color)\s*[=:]\s*"?\s*([^";}]+)'
 WORDS_FOR_NO_COLOUR = {"none", "inherit"}
@@ -76,6 +77,10 @@ class Textures(unittest.TestCase):
         keys = {drawing.key for drawing in drawings.all_drawings()}
         for texture in sorted(drawings.TEXTURES.rglob("*.dds")):
             self.assertIn(texture.relative_to(drawings.TEXTURES).with_suffix("").as_posix(), keys)
+
+    def test_go_with_an_icon_of_all_usual_sizes_from_what_its_drawings_are_now(self):
+        self.assertTrue(icon.is_fresh(built_list.read()), "run ./make-assets")
+        self.assertEqual(list(icon.pictures_of(icon.FILE)), [16, 20, 24, 32, 40, 48, 64, 256])
 
     def test_fit_into_the_download(self):
         size = sum(path.stat().st_size for path in (ROOT / "data").rglob("*") if path.is_file())

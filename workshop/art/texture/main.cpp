@@ -1,3 +1,4 @@
+#include "workshop/art/texture/ico_file.h"
 #include "workshop/art/texture/measure.h"
 #include "workshop/art/texture/png_file.h"
 #include "workshop/art/texture/shown_picture.h"
@@ -22,7 +23,8 @@ constexpr const char* usage =
     "dunkman-texture show TEXTURE.dds WIDTH HEIGHT PICTURE.png    as the game shows it at that size\n"
     "dunkman-texture measure PICTURE.png TEXTURE.dds              PSNR of level 0 and cut errors\n"
     "dunkman-texture coverage TEXTURE.dds                         kept share of each level\n"
-    "dunkman-texture compare ONE.dds OTHER.dds                    mean, largest difference, cut errors\n";
+    "dunkman-texture compare ONE.dds OTHER.dds                    mean, largest difference, cut errors\n"
+    "dunkman-texture icon ICON.ico PICTURE.png...                 an icon of all these sizes\n";
 
 struct BadUsage {};
 
@@ -131,6 +133,14 @@ int compareTextures(const Arguments& arguments) {
     return 0;
 }
 
+int icon(const Arguments& arguments) {
+    if (arguments.size() < 2) {
+        throw BadUsage();
+    }
+    writeIcon(arguments[0], {arguments.begin() + 1, arguments.end()});
+    return 0;
+}
+
 int run(Arguments arguments) {
     if (arguments.empty()) {
         throw BadUsage();
@@ -154,6 +164,9 @@ int run(Arguments arguments) {
     }
     if (command == "compare") {
         return compareTextures(arguments);
+    }
+    if (command == "icon") {
+        return icon(arguments);
     }
     throw BadUsage();
 }
