@@ -11,12 +11,19 @@
 
 #include "audio/decode.h"
 #include "base/debug_output.h"
+#include "tools/console/about.h"
 
 void dunkman::debugText(std::string_view line) {
     std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
 }
 
-int main() {
+int main(int count, char** arguments) {
+    constexpr const char* usage =
+        "decode-bench      times the decoding of the music in the working directory\n"
+        "decode-bench --help | --version\n";
+    if (dunkman::console::tellAbout(count, arguments, "decode-bench", usage)) {
+        return 0;
+    }
     constexpr int rounds = 7;
     for (const wchar_t* const path : {L"zombiegame.mp3", L"intro.mp3"}) {
         std::vector<double> milliseconds;

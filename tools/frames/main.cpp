@@ -22,6 +22,7 @@
 #include "render/binding_state_writer.h"
 #include "render/renderer_objects.h"
 #include "render/shader_preprocessor.h"
+#include "tools/console/about.h"
 
 namespace {
 
@@ -37,6 +38,7 @@ constexpr const char* usage =
     "frame with a\n"
     "                         shader that only samples and cuts out; may be given more than once\n"
     "  --steps N              steps that a measured frame is late, 1 to 3 (3)\n"
+    "  --help, --version      this, and the version\n"
     "Steps count from 0. What lies between is played, but not drawn.\n";
 
 struct Options {
@@ -227,8 +229,7 @@ void run(const Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count == 2 && std::string_view(arguments[1]) == "--help") {
-        std::fputs(usage, stdout);
+    if (console::tellAbout(count, arguments, "dunkman-frames", usage)) {
         return 0;
     }
     try {

@@ -11,6 +11,7 @@
 
 #include "app/reset.h"
 #include "base/fatal.h"
+#include "tools/console/about.h"
 #include "tools/console/binary_stdout.h"
 #include "tools/headless/expected_trace.h"
 #include "tools/headless/options.h"
@@ -93,8 +94,7 @@ int runWith(const headless::Options& options) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount == 2 && std::string_view(arguments[1]) == "--help") {
-        std::fputs(headless::usage, stdout);
+    if (console::tellAbout(argumentCount, arguments, "dunkman-headless", headless::usage)) {
         return 0;
     }
     try {

@@ -18,7 +18,8 @@ const char* const usage =
     "  --keys FILE                  simulated keyboard: lines \"ITERATION CODE down|up\", CODE like 0x57\n"
     "  --trace LIST                 any of screen,keys,world,draws (screen)\n"
     "  --out FILE                   write the trace there (standard output)\n"
-    "  --expect FILE                print no trace; stop at the first line that FILE has otherwise\n";
+    "  --expect FILE                print no trace; stop at the first line that FILE has otherwise\n"
+    "  --help, --version            this, and the version\n";
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/simulated/platform_sim.h"
+#include "tools/console/about.h"
 #include "tools/console/binary_stdout.h"
 #include "tools/inspect/commands.h"
 
@@ -27,7 +28,8 @@ constexpr const char* usage =
     "dunkman-inspect scene [--data DIR]       the world right after loading\n"
     "dunkman-inspect check [--data DIR]       every fault of a data directory\n"
     "dunkman-inspect reference                what the data files of a level may hold\n"
-    "dunkman-inspect schema NAME              the same for editors: objects, recipes, prefabs or scene\n";
+    "dunkman-inspect schema NAME              the same for editors: objects, recipes, prefabs or scene\n"
+    "dunkman-inspect --help | --version\n";
 
 class UsageError : public std::runtime_error {
 public:
@@ -122,6 +124,9 @@ int runCommand(const Arguments& arguments, std::string& out) {
 
 int main(int argumentCount, char** argumentWords) {
     simulated::makeStandardOutputBinary();
+    if (console::tellAbout(argumentCount, argumentWords, "dunkman-inspect", usage)) {
+        return 0;
+    }
     try {
         std::string out;
         const int status = runCommand(parse({argumentWords + 1, argumentWords + argumentCount}), out);

@@ -1,6 +1,4 @@
-// Plays the game's music without the game: for listening, and for measuring what reaches the sound device.
-//   sound-player [INTRO_SECONDS [GAME_SECONDS [STEPS_PER_SECOND [RUNS]]]]
-// Reads intro.mp3 and zombiegame.mp3 in the working directory, as the game does.
+// Plays the game's music without the game: for listening, and for measuring what reaches the sound device. See `usage`.
 
 #include <chrono>
 #include <cstdio>
@@ -13,8 +11,16 @@
 #include "audio/music_track.h"
 #include "audio/sound.h"
 #include "base/debug_output.h"
+#include "tools/console/about.h"
 
 namespace {
+
+constexpr const char* usage =
+    "sound-player [INTRO_SECONDS [GAME_SECONDS [STEPS_PER_SECOND [RUNS]]]]\n"
+    "Plays the game's music without the game (5 and 10 seconds, fed 60 times a second, once) and measures "
+    "what reaches\n"
+    "the sound device. Reads intro.mp3 and zombiegame.mp3 in the working directory, as the game does.\n"
+    "sound-player --help | --version\n";
 
 using Clock = std::chrono::steady_clock;
 
@@ -57,6 +63,9 @@ void dunkman::debugText(std::string_view line) { say(line); }
 
 int main(int count, char** arguments) {
     using namespace dunkman;
+    if (console::tellAbout(count, arguments, "sound-player", usage)) {
+        return 0;
+    }
     const double introSeconds = argumentOr(count, arguments, 1, 5.0);
     const double gameSeconds = argumentOr(count, arguments, 2, 10.0);
     const double stepsPerSecond = argumentOr(count, arguments, 3, 60.0);

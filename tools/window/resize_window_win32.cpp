@@ -1,7 +1,5 @@
 // Gives the window of a running program another size, as any other program may on Windows:
-//   resize-window PROGRAM.exe WIDTHxHEIGHT [SECONDS]
-// Waits SECONDS (60) at the most for the window to come up and to take the size, in pixels of its client
-// area. Exit status: 0 when it has that size, 1 when not, 2 for wrong arguments.
+// see `usage`.
 //
 // Asked from the display's side instead (by X, under Wine), a window that fills its screen takes no other
 // size under Wine 10.
@@ -12,7 +10,16 @@
 #include <cstdlib>
 #include <string>
 
+#include "tools/console/about.h"
+
 namespace {
+
+constexpr const char* usage =
+    "resize-window PROGRAM.exe WIDTHxHEIGHT [SECONDS]\n"
+    "Waits SECONDS (60) at the most for the window of that program to come up and to take the size, in "
+    "pixels of its\n"
+    "client area. Exit status: 0 when it has that size, 1 when not, 2 for wrong arguments.\n"
+    "resize-window --help | --version\n";
 
 constexpr DWORD longestPath = 32768;
 
@@ -56,10 +63,13 @@ bool hasSize(HWND window, int width, int height) {
 } // namespace
 
 int main(int count, char** arguments) {
+    if (dunkman::console::tellAbout(count, arguments, "resize-window", usage)) {
+        return 0;
+    }
     int width = 0;
     int height = 0;
     if (count < 3 || std::sscanf(arguments[2], "%dx%d", &width, &height) != 2 || width < 1 || height < 1) {
-        std::fputs("usage: resize-window PROGRAM.exe WIDTHxHEIGHT [SECONDS]\n", stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     const ULONGLONG patience = 1000 * (count > 3 ? std::strtoull(arguments[3], nullptr, 10) : 60);

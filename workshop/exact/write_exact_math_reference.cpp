@@ -1,6 +1,7 @@
 // Writes tests/exact/exact_math_reference.txt to the standard output: arguments and correctly rounded results
 // of the exact functions, for machines on which MPFR is not at hand. One line holds the function's name, the
 // bits of the argument and the bits of the result, all as doubles.
+#include "tools/console/about.h"
 #include "workshop/exact/mpfr_reference.h"
 
 #include <bit>
@@ -37,9 +38,16 @@ void writeHardestOfOrdinarySize(const NamedFunction& named) {
     }
 }
 
+constexpr const char* usage =
+    "write_exact_math_reference              arguments and results of the exact functions, by MPFR\n"
+    "write_exact_math_reference --help | --version\n";
+
 } // namespace
 
-int main() {
+int main(int count, char** arguments) {
+    if (dunkman::console::tellAbout(count, arguments, "write_exact_math_reference", usage)) {
+        return 0;
+    }
     const double edges[] = {0.0,
                             -0.0,
                             0x1p-149,

@@ -7,6 +7,7 @@
 
 #include "app/reset.h"
 #include "base/fatal.h"
+#include "tools/console/about.h"
 #include "tools/headless/runner.h"
 #include "workshop/playthrough/author.h"
 #include "workshop/playthrough/senses.h"
@@ -18,6 +19,7 @@ using namespace dunkman;
 
 constexpr const char* usage =
     "usage: dunkman-author PLAN KEYS [--data DIR] [--seconds N] [--reaction STEPS] [--verbose]\n"
+    "       dunkman-author --help | --version\n"
     "Plays the game by PLAN and writes the keys that were pressed to KEYS, for dunkman-headless --keys.\n";
 
 struct Arguments {
@@ -106,6 +108,9 @@ int author(const Arguments& arguments) {
 } // namespace
 
 int main(int argumentCount, char** words) {
+    if (console::tellAbout(argumentCount, words, "dunkman-author", usage)) {
+        return 0;
+    }
     Arguments arguments;
     if (!readArguments(argumentCount, words, arguments)) {
         std::fputs(usage, stderr);

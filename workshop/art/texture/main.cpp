@@ -1,3 +1,4 @@
+#include "tools/console/about.h"
 #include "workshop/art/texture/ico_file.h"
 #include "workshop/art/texture/measure.h"
 #include "workshop/art/texture/png_file.h"
@@ -24,7 +25,8 @@ constexpr const char* usage =
     "dunkman-texture measure PICTURE.png TEXTURE.dds              PSNR of level 0 and cut errors\n"
     "dunkman-texture coverage TEXTURE.dds                         kept share of each level\n"
     "dunkman-texture compare ONE.dds OTHER.dds                    mean, largest difference, cut errors\n"
-    "dunkman-texture icon ICON.ico PICTURE.png...                 an icon of all these sizes\n";
+    "dunkman-texture icon ICON.ico PICTURE.png...                 an icon of all these sizes\n"
+    "dunkman-texture --help | --version\n";
 
 struct BadUsage {};
 
@@ -174,6 +176,9 @@ int run(Arguments arguments) {
 } // namespace
 
 int main(int count, char** values) {
+    if (console::tellAbout(count, values, "dunkman-texture", usage)) {
+        return 0;
+    }
     try {
         return run(Arguments(values + 1, values + count));
     } catch (const BadUsage&) {

@@ -1,6 +1,7 @@
 // Writes level 0 of a picture with libsquish's iterated cluster fit, the best packaged encoder that we know
 // of, so that compare-encoders can set ours against it.
 
+#include "tools/console/about.h"
 #include "workshop/art/texture/dds_file.h"
 #include "workshop/art/texture/dxt1_picture.h"
 #include "workshop/art/texture/png_file.h"
@@ -11,8 +12,13 @@
 #include <exception>
 
 int main(int count, char** values) {
+    constexpr const char* usage = "squish-encode PICTURE.png TEXTURE.dds\n"
+                                  "squish-encode --help | --version\n";
+    if (dunkman::console::tellAbout(count, values, "squish-encode", usage)) {
+        return 0;
+    }
     if (count != 3) {
-        std::fputs("squish-encode PICTURE.png TEXTURE.dds\n", stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     try {
