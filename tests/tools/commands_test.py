@@ -27,7 +27,7 @@ def run(command, *words, folder=ROOT):
 class Help(unittest.TestCase):
     def test_is_printed_on_request(self):
         for command, words in (("play", ["record", "--skip-story", "--size", "--help"]),
-                               ("test", ["tidy", "--strict", "windows-clang", "CASES"])):
+                               ("test", ["tidy", "--strict", "windows-clang", "CASES"]), ("package", [".zip"])):
             result = run(command, "--help")
             self.assertEqual((result.returncode, result.stderr), (0, ""), command)
             for word in words:
@@ -36,7 +36,7 @@ class Help(unittest.TestCase):
     def test_follows_words_that_are_not_understood(self):
         for command, words in (("play", ["--louder"]), ("play", ["dance"]), ("play", ["--size"]),
                                ("play", ["--size", "big"]), ("test", ["--louder"]),
-                               ("test", ["native", "a", "b", "c"])):
+                               ("test", ["native", "a", "b", "c"]), ("package", ["now"])):
             result = run(command, *words)
             self.assertEqual((result.returncode, result.stdout), (2, ""), words)
             self.assertIn(run(command, "--help").stdout, result.stderr)

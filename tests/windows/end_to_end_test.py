@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Drives the real game in a real window with real key events.
 
-    end_to_end_test.py FOLDER      FOLDER holds dunkman.exe, dunkman-live.exe, dunkman-record.exe and resize-window.exe
+    end_to_end_test.py FOLDER ZIP
+FOLDER holds dunkman.exe, dunkman-live.exe, dunkman-record.exe and resize-window.exe; ZIP is the one for players.
 
 Needs a display, Wine and xdotool; tools/with-desktop brings them up. Each program runs in a copy of the data directory
 with a short scene: a hero with few hearts left and a zombie beside him, who finds him wherever he has run to: recording
@@ -17,8 +18,10 @@ import sys
 import tempfile
 import time
 import unittest
+import zipfile
 
 PROGRAMS = os.path.abspath(sys.argv.pop(1))
+ZIP = os.path.abspath(sys.argv.pop(1))
 DATA = os.path.abspath("data")
 SMALL_WINDOW = "480x270"  # pixels: software rendering keeps up with it
 PATIENCE = 240  # seconds that any single wait may take on a busy machine
@@ -49,12 +52,15 @@ class Game:
         self.data = data
         self.write("scene.json5", scene or SHORT_SCENE % health)
         self.write("recording.json5", recording)
+        self.start(os.path.join(PROGRAMS, program), data)
+
+    def start(self, path, working_directory):
         self.log_path = os.path.join(self.folder, "debug.log")
         self.log = open(self.log_path, "wb")
         environment = dict(os.environ, WINEDEBUG="-all,warn+debugstr")
-        self.program = program
+        self.program = os.path.basename(path)
         self.process = subprocess.Popen(
-            ["wine", os.path.join(PROGRAMS, program)], cwd=data, env=environment,
+            ["wine", path], cwd=working_directory, env=environment,
             stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log)
         self.window = None
 
@@ -119,6 +125,22 @@ class Game:
             self.process.wait()
         self.log.close()
         shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class UnpackedGame(Game):
+    """A program of the zip, unpacked into a folder with a name as people give them, and started from another folder."""
+
+    def __init__(self, program, with_data=True):
+        self.folder = tempfile.mkdtemp(prefix="dunkman-")
+        self.elsewhere = os.path.join(self.folder, "elsewhere")
+        os.mkdir(self.elsewhere)
+        unpacked = os.path.join(self.folder, "Spiele f\u00fcr den Strand")
+        with zipfile.ZipFile(ZIP) as package:
+            package.extractall(unpacked)
+        top = os.path.join(unpacked, os.listdir(unpacked)[0])
+        if not with_data:
+            shutil.rmtree(os.path.join(top, "data"))
+        self.start(os.path.join(top, program), self.elsewhere)
 
 
 def xdotool(*words):
@@ -186,12 +208,30 @@ class EndToEnd(unittest.TestCase):
         self.escape_from("Credits", program="dunkman.exe")
 
 
+class Unpacked(unittest.TestCase):
+    def test_a_program_of_the_zip_runs_wherever_it_lies_and_is_started(self):
+        game = UnpackedGame("dunkman-live.exe")
+        self.addCleanup(game.close)
+        game.wait_for_screen("Intro")
+        while game.process.poll() is None:
+            game.hold("Escape", 0.5)
+        self.assertEqual(game.wait_for_end(), 0)
+        self.assertEqual(os.listdir(game.elsewhere), [])
+
+
 class FaultyData(unittest.TestCase):
     def test_a_broken_recipe_ends_with_a_message_box_that_names_it(self):
-        game = Game("dunkman.exe", scene='[{"recipe": "kraken"}]')
+        self.expect_message(Game("dunkman.exe", scene='[{"recipe": "kraken"}]'), "kraken")
+
+    def test_missing_data_ends_with_a_message_box_that_names_where_it_was_looked_for(self):
+        self.expect_message(UnpackedGame("dunkman.exe", with_data=False), r"\\elsewhere\n",
+                            r"Spiele f\xc3\xbcr den Strand")
+
+    def expect_message(self, game, *words):
         self.addCleanup(game.close)
         game.wait(lambda: "fatal: " in game.debug_output(), "the message")
-        self.assertIn("kraken", game.debug_output())
+        for word in words:
+            self.assertIn(word, game.debug_output())
         box = None
         end = time.monotonic() + PATIENCE
         while box is None and time.monotonic() < end:

@@ -1,17 +1,23 @@
 #!/usr/bin/env python3
-"""Holds the Windows programs, as files, against docs/windows.md: what they import, what they export, what they say of
-themselves.
+"""Holds the Windows programs, as the zip for players has them, against docs/windows.md: what they import, what they
+export, what they say of themselves.
 
-    program_files_test.py FOLDER OBJDUMP DOCUMENT      FOLDER holds the three programs
+    program_files_test.py ZIP VERSION OBJDUMP DOCUMENT
 """
 
 import os
 import re
+import struct
 import subprocess
 import sys
+import tempfile
 import unittest
+import xml.etree.ElementTree
+import zipfile
 
-FOLDER, OBJDUMP, DOCUMENT = (sys.argv.pop(1) for _ in range(3))
+from pe_resources import MANIFEST, icon_pictures, resources, version_words
+
+ZIP, VERSION, OBJDUMP, DOCUMENT = (sys.argv.pop(1) for _ in range(4))
 PROGRAMS = ("dunkman.exe", "dunkman-live.exe", "dunkman-record.exe")
 RUNTIME = ("kernel32.dll", "msvcrt.dll", "ucrtbase.dll")  # the compiler's own library calls most of what stands here
 RUNTIME_SET = re.compile(r"api-ms-win-crt-[\w-]+\.dll")
@@ -22,8 +28,7 @@ def is_runtime(library):
 
 
 class ProgramFile:
-    def __init__(self, name):
-        path = os.path.join(FOLDER, name)
+    def __init__(self, path):
         headers = subprocess.run([OBJDUMP, "-p", path], capture_output=True, text=True, check=True).stdout
         imports, _, exports = headers.partition("The Export Tables")
         self.imports = {}
@@ -39,6 +44,9 @@ class ProgramFile:
         self.stack = int(re.search(r"SizeOfStackReserve\s+([0-9a-f]+)", headers).group(1), 16)
         with open(path, "rb") as file:
             self.bytes = file.read()
+        self.resources = resources(self.bytes)
+        self.name = os.path.basename(path)
+        self.headers = headers
 
 
 def documented():
@@ -55,7 +63,10 @@ def documented():
 class ProgramFiles(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.programs = {name: ProgramFile(name) for name in PROGRAMS}
+        with tempfile.TemporaryDirectory() as folder, zipfile.ZipFile(ZIP) as package:
+            paths = [package.extract(name, folder) for name in package.namelist() if name.endswith(".exe")]
+            cls.programs = {os.path.basename(path): ProgramFile(path) for path in paths}
+        assert sorted(cls.programs) == sorted(PROGRAMS), cls.programs
 
     def each(self):
         for name, program in self.programs.items():
@@ -94,9 +105,45 @@ class ProgramFiles(unittest.TestCase):
             self.assertEqual(program.exports, {"NvOptimusEnablement", "AmdPowerXpressRequestHighPerformance"})
 
     def test_the_manifest_is_inside(self):
+        settings = "{http://schemas.microsoft.com/SMI/%s/WindowsSettings}%s"
+        windows_10_and_11 = "{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"
         for program in self.each():
-            for word in (b"PerMonitorV2", b"longPathAware", b"UTF-8", b"{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"):
-                self.assertIn(word, program.bytes)
+            manifest = xml.etree.ElementTree.fromstring(program.resources[MANIFEST, 1])
+            said = {element.tag: element.text for element in manifest.iter()}
+            self.assertEqual(said[settings % (2016, "dpiAwareness")], "PerMonitorV2, PerMonitor")
+            self.assertEqual(said[settings % (2016, "longPathAware")], "true")
+            self.assertEqual(said[settings % (2019, "activeCodePage")], "UTF-8")
+            systems = [element.get("Id") for element in manifest.iter() if element.tag.endswith("supportedOS")]
+            self.assertEqual(systems, [windows_10_and_11])
+            identity = manifest.find("{urn:schemas-microsoft-com:asm.v1}assemblyIdentity")
+            self.assertEqual(identity.get("version"), VERSION + ".0")
+
+    def test_the_version_is_that_of_the_project(self):
+        for program in self.each():
+            texts, numbers = version_words(program.resources)
+            self.assertEqual(numbers, tuple(int(number) for number in VERSION.split(".")) + (0,))
+            self.assertEqual((texts["FileVersion"], texts["ProductVersion"]), (VERSION, VERSION))
+            self.assertEqual((texts["ProductName"], texts["OriginalFilename"]), ("Dunkman", program.name))
+
+    def test_each_says_what_it_is(self):
+        told = {version_words(program.resources)[0]["FileDescription"] for program in self.programs.values()}
+        self.assertEqual(len(told), len(PROGRAMS), told)
+
+    def test_the_icon_has_all_usual_sizes(self):
+        for program in self.each():
+            pictures = icon_pictures(program.resources)
+            self.assertEqual(sorted(pictures), [16, 20, 24, 32, 40, 48, 64, 256])
+            for size, picture in pictures.items():
+                if picture.startswith(b"\x89PNG"):
+                    self.assertEqual(struct.unpack_from(">II", picture, 16), (size, size))
+                else:  # a bitmap counts its mask
+                    self.assertEqual(struct.unpack_from("<II", picture, 4), (size, 2 * size))
+
+    def test_names_of_functions_and_the_time_of_the_build_are_left_out(self):
+        for program in self.each():
+            self.assertRegex(program.headers, r"Time/Date\s+Thu Jan  1 00:00:00 1970")
+            header, = struct.unpack_from("<I", program.bytes, 0x3C)
+            self.assertEqual(struct.unpack_from("<II", program.bytes, header + 12), (0, 0), "the table of symbols")
 
     def test_the_stack_has_two_megabytes(self):
         for program in self.each():
