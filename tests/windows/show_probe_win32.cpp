@@ -157,7 +157,8 @@ BOOL WINAPI watchedSwap(HDC deviceContext) {
 // What the linker takes in place of the import of gdi32.dll.
 using SwapFunction = BOOL(WINAPI*)(HDC);
 extern "C" {
-SwapFunction __imp_SwapBuffers = dunkman::watchedSwap; // NOLINT(readability-identifier-naming): the linker's name
+// NOLINTNEXTLINE(readability-identifier-naming): the linker's name
+SwapFunction __imp_SwapBuffers = dunkman::watchedSwap;
 }
 
 int main(int count, char** arguments) {
