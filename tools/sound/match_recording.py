@@ -123,12 +123,25 @@ def find_stretches(recording, pieces):
     return stretches
 
 
+def beginning(recording, stretch):
+    """From where on the stretch is judged. The first window may reach into what comes before: into silence even, which
+    before a looping piece's first sample must not be taken for the loss of its last ones."""
+    at, place = stretch.matches[0]
+    seam = at + stretch.piece.length - place
+    if at < seam < at + WINDOW:
+        heard = recording[at:seam].astype(numpy.float64)
+        ending = stretch.piece.samples[place:stretch.piece.length]
+        if numpy.dot(heard, ending) < ALIKE * numpy.linalg.norm(heard) * numpy.linalg.norm(ending):
+            return max(at + HOP, seam)
+    return at + HOP
+
+
 def longest_gap(recording, stretch):
     """The longest silence in the recording where the piece, at the stretch's usual offset, is not silent: its length
     and its place, both in seconds."""
     offset = int(numpy.median(stretch.offsets()))
-    # The first and the last window may reach into what comes before and behind.
-    start, end = stretch.start + HOP, stretch.end - HOP
+    # The last window may reach into what comes behind.
+    start, end = beginning(recording, stretch), stretch.end - HOP
     places = (numpy.arange(start, end) - offset) % stretch.piece.length
     heard = numpy.abs(recording[start:end])
     # Around a zero crossing the piece itself is quiet: look at its loudness over a few milliseconds.
