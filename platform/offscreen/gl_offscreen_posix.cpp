@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/fatal.h"
+#include "platform/canvas.h"
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
@@ -18,6 +19,7 @@ namespace {
 
 // Of OpenGL, what only the tools around the game need.
 constexpr GLenum glRgb = 0x1907;
+constexpr GLenum glRgba = 0x1908;
 constexpr GLenum glPackAlignment = 0x0D05;
 constexpr GLenum glRenderer = 0x1F01;
 constexpr GLenum glVersion = 0x1F02;
@@ -26,10 +28,11 @@ void (*glPixelStorei)(GLenum, GLint) = nullptr;
 void (*glFinish)() = nullptr;
 const unsigned char* (*glGetString)(GLenum) = nullptr;
 
+// No window and no surface: the game draws into its canvas, as it does on Windows.
 struct Screen {
     EGLDisplay display = EGL_NO_DISPLAY;
-    EGLSurface surface = EGL_NO_SURFACE;
     EGLContext context = EGL_NO_CONTEXT;
+    platform::Canvas canvas;
     platform::ClientSize size;
 };
 
@@ -47,42 +50,24 @@ void openScreen() {
     require(screen.display != EGL_NO_DISPLAY, "eglGetPlatformDisplay");
     require(eglInitialize(screen.display, nullptr, nullptr) == EGL_TRUE, "eglInitialize");
     require(eglBindAPI(EGL_OPENGL_API) == EGL_TRUE, "eglBindAPI");
-    // What the window asks for.
-    constexpr std::array<EGLint, 15> wanted = {EGL_SURFACE_TYPE,
-                                               EGL_PBUFFER_BIT,
-                                               EGL_RENDERABLE_TYPE,
-                                               EGL_OPENGL_BIT,
-                                               EGL_RED_SIZE,
-                                               8,
-                                               EGL_GREEN_SIZE,
-                                               8,
-                                               EGL_BLUE_SIZE,
-                                               8,
-                                               EGL_ALPHA_SIZE,
-                                               8,
-                                               EGL_DEPTH_SIZE,
-                                               24,
-                                               EGL_NONE};
+    // Left out, the surface would be a window.
+    constexpr std::array<EGLint, 5> wanted = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE,
+                                              EGL_OPENGL_BIT, EGL_NONE};
     EGLConfig config = nullptr;
     EGLint configs = 0;
     require(eglChooseConfig(screen.display, wanted.data(), &config, 1, &configs) == EGL_TRUE && configs == 1,
             "eglChooseConfig");
-    screen.size = simulated::machine.clientSize;
-    const std::array<EGLint, 5> extent = {EGL_WIDTH, static_cast<EGLint>(screen.size.width), EGL_HEIGHT,
-                                          static_cast<EGLint>(screen.size.height), EGL_NONE};
-    screen.surface = eglCreatePbufferSurface(screen.display, config, extent.data());
-    require(screen.surface != EGL_NO_SURFACE, "eglCreatePbufferSurface");
     screen.context = eglCreateContext(screen.display, config, EGL_NO_CONTEXT, nullptr);
     require(screen.context != EGL_NO_CONTEXT, "eglCreateContext");
-    require(eglMakeCurrent(screen.display, screen.surface, screen.surface, screen.context) == EGL_TRUE,
+    require(eglMakeCurrent(screen.display, EGL_NO_SURFACE, EGL_NO_SURFACE, screen.context) == EGL_TRUE,
             "eglMakeCurrent");
+    screen.size = simulated::machine.clientSize;
 }
 
 void closeScreen() {
     if (screen.display != EGL_NO_DISPLAY) {
         eglMakeCurrent(screen.display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
         eglDestroyContext(screen.display, screen.context);
-        eglDestroySurface(screen.display, screen.surface);
         eglTerminate(screen.display);
     }
     screen = Screen();
@@ -94,22 +79,6 @@ template <typename Function> void lookUpFor(Function*& pointer, const char* name
     pointer = reinterpret_cast<Function*>(lookUp(name));
 }
 
-// The driver's own, behind those that discardPixels puts in their place.
-void (*enableByDriver)(GLenum) = nullptr;
-void (*disableByDriver)(GLenum) = nullptr;
-
-void enableButDiscard(GLenum capability) {
-    if (capability != GL_RASTERIZER_DISCARD) {
-        enableByDriver(capability);
-    }
-}
-
-void disableButDiscard(GLenum capability) {
-    if (capability != GL_RASTERIZER_DISCARD) {
-        disableByDriver(capability);
-    }
-}
-
 } // namespace
 
 namespace simulated {
@@ -118,12 +87,12 @@ void loadGlFunctions() {
     closeScreen();
     openScreen();
     dunkman::loadGlFunctions(lookUp, lookUp);
+    screen.canvas.load(lookUp, lookUp);
+    screen.canvas.resize(screen.size);
     lookUpFor(glReadPixels, "glReadPixels");
     lookUpFor(glPixelStorei, "glPixelStorei");
     lookUpFor(glFinish, "glFinish");
     lookUpFor(glGetString, "glGetString");
-    enableByDriver = glEnable;
-    disableByDriver = glDisable;
 }
 
 void resetGl() { closeScreen(); }
@@ -148,6 +117,12 @@ Picture takePicture() {
     return picture;
 }
 
+void readPixelsFromBelow(std::vector<std::uint8_t>& rgba) {
+    rgba.resize(std::size_t{4} * screen.size.width * screen.size.height);
+    glReadPixels(0, 0, static_cast<GLsizei>(screen.size.width), static_cast<GLsizei>(screen.size.height),
+                 glRgba, GL_UNSIGNED_BYTE, rgba.data());
+}
+
 void finishDrawing() { glFinish(); }
 
 std::string driverName() {
@@ -155,18 +130,6 @@ std::string driverName() {
         return std::string(reinterpret_cast<const char*>(glGetString(name)));
     };
     return text(glRenderer) + ", OpenGL " + text(glVersion);
-}
-
-void discardPixels(bool discard) {
-    if (discard) {
-        enableByDriver(GL_RASTERIZER_DISCARD);
-        glEnable = enableButDiscard;
-        glDisable = disableButDiscard;
-    } else {
-        glEnable = enableByDriver;
-        glDisable = disableByDriver;
-        disableByDriver(GL_RASTERIZER_DISCARD);
-    }
 }
 
 } // namespace offscreen

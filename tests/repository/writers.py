@@ -18,7 +18,7 @@ WRITERS = {
                                   "tools/frames/main.cpp"],
     "audio/music_writer.h": ["audio/music.cpp", "audio/sound.cpp"],
     "audio/fed_ring.h": ["audio/sound.cpp", "audio/sound_win32.cpp", "platform/simulated/audio_sim.cpp",
-                         "tools/sound/player_win32.cpp"],
+                         "platform/film/audio_film.cpp", "tools/sound/player_win32.cpp"],
     "assets/catalog_writer.h": ["assets/catalog.cpp", "app/program.cpp", "app/reset.cpp", "tools/inspect/commands.cpp"],
     "screens/screen_writer.h": ["screens/screen.cpp", "screens/credits_screen.cpp"],
     "app/recording_writer.h": ["app/recording.cpp", "app/reset.cpp"],
@@ -32,12 +32,14 @@ RESETS = {
     "destroyScreens": ["screens/screen", "app/reset.cpp", "tests/screens/"],
     "resetWorld": ["world/world", "app/reset.cpp", "tests/world/world_test.cpp"],
     "resetRandom": ["world/random", "world/world.cpp", "tests/world/random_test.cpp"],
-    "resetAudio": ["audio/sound", "app/reset.cpp", "tests/audio/", "benchmarks/audio_bench.cpp"],
+    "resetAudio": ["audio/sound", "app/reset.cpp", "tests/audio/", "tests/platform/film_test.cpp",
+                   "benchmarks/audio_bench.cpp"],
     "resetRenderer": ["render/renderer", "app/reset.cpp", "tests/fakes/recording_gl.cpp", "tests/render/",
                       "tests/platform/shown_sprite_test.cpp"],
     "resetGlFunctions": ["render/gl", "render/renderer.cpp", "tests/render/gl_loader_test.cpp"],
     "resetMainLoop": ["app/main_loop", "app/reset.cpp"],
-    "resetMachine": ["platform/", "app/reset.cpp", "tests/platform/shown_sprite_test.cpp"],
+    "resetMachine": ["platform/", "app/reset.cpp", "tests/platform/film_test.cpp",
+                     "tests/platform/shown_sprite_test.cpp"],
 }
 
 # One caller, so that no other repeats its many arguments.

@@ -1,7 +1,6 @@
 // dunkman-frames: plays the game off screen, with its real shaders and textures, and measures or keeps its frames.
 // See `usage`.
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -14,25 +13,28 @@
 #include <utility>
 #include <vector>
 
-#include "app/frame.h"
-#include "app/main_loop.h"
-#include "app/program.h"
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/platform_sim.h"
 #include "render/binding_state_writer.h"
 #include "render/renderer_objects.h"
 #include "render/shader_preprocessor.h"
+#include "screens/screen.h"
 #include "tools/console/about.h"
+#include "tools/frames/arguments.h"
+#include "tools/frames/stage.h"
+#include "tools/headless/options.h"
 
 namespace {
 
 using namespace dunkman;
 
 constexpr const char* usage =
-    "dunkman-frames [OPTION VALUE]...: the replay off screen; prints the driver and what was asked for\n"
+    "dunkman-frames [OPTION VALUE]...: the game off screen; prints the driver and what was asked for\n"
     "  --data DIR             working directory of the run (data)\n"
     "  --size WxH             size of the picture (1920x1080)\n"
     "  --screen NAME          the screen entered after start-up (Game)\n"
+    "  --mode MODE            replay or record, which plays by keys (replay)\n"
+    "  --keys FILE            simulated keyboard, as dunkman-headless takes it\n"
     "  --picture STEP:FILE    keeps that step as a picture (PPM); may be given more than once\n"
     "  --measure STEP:FRAMES  times that many frames from that step on, each followed by a floor: the next "
     "frame with a\n"
@@ -42,30 +44,11 @@ constexpr const char* usage =
     "Steps count from 0. What lies between is played, but not drawn.\n";
 
 struct Options {
-    std::string data = "data";
-    platform::ClientSize size = {1920, 1080};
-    ScreenId screen = ScreenId::Game;
+    frames::Beginning beginning = {.screen = ScreenId::Game};
     std::map<std::int64_t, std::string> pictures;
     std::map<std::int64_t, std::int64_t> measurements;
     std::int64_t steps = 3;
 };
-
-std::int64_t numberOf(std::string_view text) {
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size() || value < 0) {
-        throw std::invalid_argument("\"" + std::string(text) + "\" is no number from 0 on");
-    }
-    return value;
-}
-
-std::pair<std::string_view, std::string_view> halvesOf(std::string_view text, char separator) {
-    const std::size_t place = text.find(separator);
-    if (place == std::string_view::npos) {
-        throw std::invalid_argument("\"" + std::string(text) + "\" lacks a \"" + separator + "\"");
-    }
-    return {text.substr(0, place), text.substr(place + 1)};
-}
 
 Options parse(int count, char** arguments) {
     Options options;
@@ -76,57 +59,36 @@ Options parse(int count, char** arguments) {
         }
         const std::string_view value = arguments[i + 1];
         if (option == "--data") {
-            options.data = value;
+            options.beginning.data = value;
         } else if (option == "--size") {
-            const auto [width, height] = halvesOf(value, 'x');
-            options.size = {static_cast<std::uint32_t>(numberOf(width)),
-                            static_cast<std::uint32_t>(numberOf(height))};
+            options.beginning.size = frames::sizeOf(value);
         } else if (option == "--screen") {
-            if (!findScreen(value, options.screen)) {
+            if (!findScreen(value, options.beginning.screen)) {
                 throw std::invalid_argument("there is no screen \"" + std::string(value) + "\"");
             }
+        } else if (option == "--mode" && (value == "replay" || value == "record")) {
+            options.beginning.mode = value == "replay" ? InputMode::Replay : InputMode::Record;
+        } else if (option == "--keys") {
+            options.beginning.keysPath = value;
         } else if (option == "--picture") {
-            const auto [step, file] = halvesOf(value, ':');
-            options.pictures[numberOf(step)] = std::filesystem::absolute(file).string();
+            const auto [step, file] = frames::halvesOf(value, ':');
+            options.pictures[frames::numberOf(step)] = std::filesystem::absolute(file).string();
         } else if (option == "--measure") {
-            const auto [step, frames] = halvesOf(value, ':');
-            options.measurements[numberOf(step)] = std::max<std::int64_t>(numberOf(frames), 1);
+            const auto [step, frames] = frames::halvesOf(value, ':');
+            options.measurements[frames::numberOf(step)] =
+                std::max<std::int64_t>(frames::numberOf(frames), 1);
         } else if (option == "--steps") {
-            options.steps = std::clamp<std::int64_t>(numberOf(value), 1, 3);
+            options.steps = std::clamp<std::int64_t>(frames::numberOf(value), 1, 3);
         } else {
-            throw std::invalid_argument("there is no option " + std::string(option));
+            throw std::invalid_argument("there is no " + std::string(option) + " " + std::string(value));
         }
     }
     return options;
 }
 
-// Counts steps by looking on.
-class StepCounter final : public FrameObserver {
-public:
-    std::int64_t begun = 0;
-    void inputApplied() override { ++begun; }
-};
-
-StepCounter counter;
-
-// An iteration in which `steps` steps are due.
-void iterate(std::int64_t steps) {
-    constexpr std::int64_t longStep = 16666667; // just over 1/60 s
-    simulated::machine.clockNanoseconds += steps * longStep;
-    runIteration();
-}
-
-void runUntil(std::int64_t step) {
-    offscreen::discardPixels(true);
-    while (counter.begun < step) {
-        iterate(1);
-    }
-    offscreen::discardPixels(false);
-}
-
 void keepPicture(std::int64_t step, const std::string& path) {
-    runUntil(step);
-    iterate(1);
+    frames::runUntil(step);
+    frames::iterate();
     const offscreen::Picture picture = offscreen::takePicture();
     std::FILE* const file = std::fopen(path.c_str(), "wb");
     if (file == nullptr) {
@@ -166,7 +128,7 @@ void swapRenderer(std::unique_ptr<RendererObjects>& other) {
 
 double timeOfFrame(std::int64_t steps) {
     const auto start = std::chrono::steady_clock::now();
-    iterate(steps);
+    frames::iterate(steps);
     offscreen::finishDrawing();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
@@ -178,7 +140,7 @@ double medianOf(std::vector<double>& times) {
 
 void measure(std::int64_t step, std::int64_t frames, std::int64_t steps) {
     static std::unique_ptr<RendererObjects> other = makeFloorRenderer();
-    runUntil(step);
+    frames::runUntil(step);
     std::vector<double> times;
     std::vector<double> floors;
     double work = 0.0; // of all threads
@@ -206,10 +168,7 @@ void measure(std::int64_t step, std::int64_t frames, std::int64_t steps) {
 }
 
 void run(const Options& options) {
-    std::filesystem::current_path(options.data);
-    simulated::machine.clientSize = options.size;
-    startUp(InputMode::Replay, options.screen);
-    frameObserver = &counter;
+    frames::begin(options.beginning);
     std::printf("driver %s\n", offscreen::driverName().c_str());
     auto picture = options.pictures.begin();
     auto measurement = options.measurements.begin();
@@ -236,6 +195,9 @@ int main(int count, char** arguments) {
         run(parse(count, arguments));
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "%s\n%s", error.what(), usage);
+        return 2;
+    } catch (const headless::UsageError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
         return 2;
     } catch (const simulated::ProgramExit&) {
         std::fprintf(stderr, "the show ended before the last step that was asked for\n");

@@ -8,9 +8,10 @@ packages_sanitize_build="clang libclang-rt-dev cmake ninja-build"
 packages_wine="wine wine64 libgl1 libgl1-mesa-dri libglx-mesa0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good"
 packages_display="xvfb xdotool imagemagick"
 packages_sound="pulseaudio pulseaudio-utils"
+packages_film="ffmpeg libegl-dev libgl1-mesa-dri"
 packages_tests="googletest python3"
-packages_windows_tests="$packages_wine $packages_display $packages_tests"
-packages_native_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools libegl-dev libgl1-mesa-dri python3-jsonschema"
+packages_windows_tests="$packages_wine $packages_display $packages_tests $packages_native_build libegl-dev"
+packages_native_tests="$packages_tests $packages_film libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev khronos-api glslang-tools python3-jsonschema"
 packages_style="clang-format clang-tidy shellcheck pyflakes3 pycodestyle git python3-numpy"
 packages_tidy="clang-tidy git googletest libbenchmark-dev libmpfr-dev libpng-dev g++-mingw-w64-x86-64-posix python3"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
@@ -58,7 +59,7 @@ fluid-soundfont-gm          /usr/share/sounds/sf2         instruments
 sox                         sox                           mixes stems
 libsox-fmt-mp3              -                             MP3 in sox
 lame                        lame                          MP3 encoder
-ffmpeg                      ffmpeg                        MP3 decoder to compare with
+ffmpeg                      ffmpeg                        makes films, and decodes MP3 for them and to compare with
 debootstrap                 debootstrap                   makes a bare Debian to try things in
 git                         git                           the project's history
 "
