@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -15,8 +16,6 @@
 #include "audio/pcm_collector.h"
 #include "base/debug_output.h"
 #include "base/fatal.h"
-
-extern char** environ;
 
 namespace dunkman {
 
@@ -39,11 +38,8 @@ public:
         std::vector<std::string> words = {"ffmpeg",       "-nostdin", "-v",    "quiet", "-i",
                                           "file:" + file, "-f",       "s16le", "-ac",   "1",
                                           "-ar",          "48000",    "-"};
-        std::vector<char*> arguments;
-        for (std::string& word : words) {
-            arguments.push_back(word.data());
-        }
-        arguments.push_back(nullptr);
+        std::vector<char*> arguments(words.size() + 1, nullptr);
+        std::ranges::transform(words, arguments.begin(), [](std::string& word) { return word.data(); });
         const int error = posix_spawnp(&process, "ffmpeg", &actions, nullptr, arguments.data(), environ);
         posix_spawn_file_actions_destroy(&actions);
         close(ends[1]);

@@ -5,7 +5,8 @@
 
 The same steps are drawn by the Windows build under Wine, taken off the display, and by dunkman-frames, both by the
 same driver, and are compared pixel for pixel. Needs a display of 1920 by 1080, Wine and ImageMagick;
-tools/with-desktop brings them up. Builds dunkman-frames in build/native. Those that differ are left in build/same-frames.
+tools/with-desktop brings them up. Builds dunkman-frames in build/native. Pictures that differ are left in
+build/same-frames.
 """
 
 import os
