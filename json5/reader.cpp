@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <fstream>
 #include <istream>
 #include <utility>
+
+#include "base/fatal.h"
+#include "base/file_contents.h"
 
 namespace dunkman {
 
@@ -285,7 +287,7 @@ void Json5Reader::parseObject(JsonValue& value) {
             fail(Json5Error::Syntax, insteadOf(':', character));
             return;
         }
-        parseValue(member);
+        parseMember(*members, member);
         if (failed()) {
             return;
         }
@@ -300,6 +302,20 @@ void Json5Reader::parseObject(JsonValue& value) {
         character = readNext();
     }
     --nesting;
+}
+
+// A number out of range stops all reading; on its way out it learns under which keys it stands.
+void Json5Reader::parseMember(const JsonMembers& members, JsonValue& member) {
+    try {
+        parseValue(member);
+    } catch (NumberOutOfRange& fault) {
+        for (const JsonMember& candidate : members) {
+            if (&candidate.value == &member) {
+                fault.addKey(candidate.key());
+            }
+        }
+        throw;
+    }
 }
 
 void Json5Reader::parseArray(JsonValue& value) {
@@ -353,10 +369,15 @@ void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value) 
 }
 
 JsonValue parseFile(const std::string& path, Json5Report& report) {
-    std::ifstream file(path, std::ios::binary);
-    JsonValue value;
-    parseDocument(file, report, value);
-    return value;
+    const FileContents file = readDataFile(path, maxJson5Bytes);
+    return namingFile(path, [&file, &report] {
+        Json5Reader reader(file.bytes,
+                           file.fault == FileFault::None ? Json5Error::EndOfInput : Json5Error::StreamFailed);
+        JsonValue value;
+        reader.parseDocument(value);
+        report = reader.report();
+        return value;
+    });
 }
 
 JsonValue parseFile(const std::string& path) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -34,9 +35,25 @@ struct Json5Report {
     Json5Position position;
 };
 
+// Thrown for a number that does not fit. what() is the standard library's text.
+class NumberOutOfRange : public std::out_of_range {
+public:
+    NumberOutOfRange(const char* text, std::string_view itsLiteral, const Json5Position& itsStart)
+        : std::out_of_range(text), literal(itsLiteral), start(itsStart) {}
+
+    void addKey(std::string_view key) { keys.insert(0, std::string(key) + (keys.empty() ? "" : ".")); }
+
+    std::string literal;
+    Json5Position start; // of the literal
+    std::string
+        keys; // of the objects that it stands in, from the outermost, with points between; may be empty
+};
+
+inline constexpr std::uint32_t maxJson5Bytes = 64u << 20u; // of a file
+
 // Reads the value of a whole file. A missing or unreadable file gives Null; a faulty one what was built up to
-// the fault, without a word unless a report is asked for. Throws std::out_of_range for a number that does not
-// fit.
+// the fault, without a word unless a report is asked for. Throws NumberOutOfRange, and stops the game with a message
+// when the file is a pipe or a device, larger than maxJson5Bytes, or more than memory holds.
 JsonValue parseFile(const std::string& path);
 JsonValue parseFile(const std::string& path, Json5Report& report);
 
@@ -87,6 +104,7 @@ private:
     void parseValue(JsonValue& value);
     bool parseKeyword(std::string_view rest, JsonKind kind, bool flag, JsonValue& value);
     void parseObject(JsonValue& value);
+    void parseMember(const JsonMembers& members, JsonValue& member);
     void parseArray(JsonValue& value);
     bool enterNesting();
 
@@ -103,6 +121,7 @@ private:
     bool parseShortNumber(bool negative, JsonValue& value);
     void parseDecimalNumber(char first, bool negative, JsonValue& value);
     bool scanDecimal(char character, DecimalLiteral& literal);
+    [[noreturn]] void refuseNumber(const char* text, const char* first, const DecimalLiteral& literal);
     std::string_view takeDigits(char& character);
 
     const char* const begin;

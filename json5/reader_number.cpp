@@ -4,6 +4,7 @@
 #include "json5/hex_digit.h"
 
 #include <limits>
+#include <stdexcept>
 
 // The number rule. The 0 delivered at the end of the input is a character like any other here: it ends a
 // number that is complete and is wrong anywhere else.
@@ -104,17 +105,37 @@ void Json5Reader::parseHexNumber(JsonValue& value) {
 }
 
 void Json5Reader::parseDecimalNumber(char first, bool negative, JsonValue& value) {
+    const char* const start = cursor - 1;
     DecimalLiteral literal;
     literal.negative = negative;
     if (!scanDecimal(first, literal)) {
         fail(Json5Error::Syntax);
         return;
     }
-    if (literal.hasPoint || !literal.exponentDigits.empty()) {
-        value.setFloat(floatFromLiteral(literal));
-    } else {
-        value.setInteger(integerFromLiteral(literal));
+    try {
+        if (literal.hasPoint || !literal.exponentDigits.empty()) {
+            value.setFloat(floatFromLiteral(literal));
+        } else {
+            value.setInteger(integerFromLiteral(literal));
+        }
+    } catch (const std::out_of_range& fault) {
+        refuseNumber(fault.what(), start, literal);
     }
+}
+
+// The number began at `first`, or with a sign before it.
+void Json5Reader::refuseNumber(const char* text, const char* first, const DecimalLiteral& literal) {
+    if (first != begin && (first[-1] == '-' || first[-1] == '+')) {
+        --first;
+    }
+    const std::string_view lastDigits = !literal.exponentDigits.empty()   ? literal.exponentDigits
+                                        : !literal.fractionDigits.empty() ? literal.fractionDigits
+                                                                          : literal.integerDigits;
+    const char* const last = lastDigits.data() + lastDigits.size();
+    cursor = first; // the place to report; nobody reads on from here
+    pushedBack = false;
+    countCharacters();
+    throw NumberOutOfRange(text, {first, static_cast<std::size_t>(last - first)}, position);
 }
 
 // The digits from `character` on, which is left at the first other character.
