@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <bit>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "base/fatal.h"
+#include "base/file_contents.h"
 
 namespace dunkman {
 namespace {
@@ -107,21 +105,21 @@ DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName)
     requireSaneHeader(image.header, fileName);
     image.pixels.assign(bytes.begin(), bytes.end());
     requireAllLevels(image, fileName);
+    if (image.header.mipMapCount > maxDdsLevels) {
+        reject(fileName, "has a mip map count of " + std::to_string(image.header.mipMapCount) + "; up to " +
+                             std::to_string(maxDdsLevels) + " are possible");
+    }
     return image;
 }
 
 DdsImage readDds(const std::string& path) {
-    std::error_code failure;
-    const std::uintmax_t size = std::filesystem::file_size(path, failure);
-    std::ifstream file(path, std::ios::binary);
-    if (failure || !file) {
-        reject(path, "cannot be opened");
-    }
-    std::vector<std::byte> bytes(static_cast<std::size_t>(size));
-    if (!file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()))) {
-        reject(path, "cannot be read");
-    }
-    return parseDds(bytes, path);
+    return namingFile(path, [&path] {
+        const FileContents file = readDataFile(path, maxDdsFileBytes);
+        if (file.fault != FileFault::None) {
+            reject(path, file.bytes.empty() ? "cannot be opened" : "cannot be read");
+        }
+        return parseDds(std::as_bytes(std::span(file.bytes)), path);
+    });
 }
 
 std::uint32_t ddsStorageLevels(const DdsHeader& header) {

@@ -33,6 +33,9 @@ static_assert(sizeof(DdsHeader) == 124 && offsetof(DdsHeader, fourCc) == 80);
 inline constexpr std::uint32_t ddsMagic = 0x20534444;      // "DDS "
 inline constexpr std::uint32_t ddsFourCcDx10 = 0x30315844; // "DX10": five more words follow the header
 inline constexpr std::uint32_t maxDdsExtent = 16384;       // texels; every OpenGL 4.5 driver takes as much
+inline constexpr std::uint32_t maxDdsLevels = 1000; // a full chain has 15; each more is a call for nothing
+inline constexpr std::uint32_t maxDdsFileBytes = 256u
+                                                 << 20u; // the largest extent with all levels has 171 MiB
 
 struct DdsImage {
     DdsHeader header{};
@@ -52,8 +55,8 @@ struct DdsUpload {
 };
 
 // Reads a DDS file, whose pixels are taken as DXT1 whatever it says. Both stop the game with a message that names
-// the file when it is missing, is no DDS file, has no texels, no levels or an extent above maxDdsExtent, or ends
-// before the last level that its header promises.
+// the file when it is missing, no ordinary file or too large, is no DDS file, has no texels, no levels, more extent or
+// levels than the bounds above, or ends before the last level that its header promises.
 DdsImage readDds(const std::string& path);
 DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName);
 

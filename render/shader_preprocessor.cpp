@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "base/debug_output.h"
 #include "base/fatal.h"
+#include "base/file_contents.h"
 
 namespace dunkman {
 namespace {
@@ -96,14 +96,13 @@ void Expander::append(std::string& output, std::string_view piece, const std::st
 } // namespace
 
 std::string readTextFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::error_code ignored;
-    if (!file || std::filesystem::is_directory(path, ignored)) {
+    FileContents file = readDataFile(path, maxExpandedShaderBytes);
+    if (file.fault != FileFault::None) {
         debugBreak("The shader file \"" + path +
                    "\" cannot be opened. It belongs into the folder of the game's data.");
         return {};
     }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    return std::move(file.bytes);
 }
 
 std::string preprocessShaderFile(const std::string& path) {

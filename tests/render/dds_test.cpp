@@ -87,6 +87,12 @@ TEST(Dds, StopsAtAMissingFile) {
     }
 }
 
+TEST(Dds, StopsAtMoreLevelsThanAnyPictureCanUse) {
+    EXPECT_EQ(parse({.width = 4, .height = 4, .mipMapCount = maxDdsLevels}).header.mipMapCount, maxDdsLevels);
+    EXPECT_THAT(failureOf(DdsBytes{.width = 4, .height = 4, .mipMapCount = maxDdsLevels + 1}),
+                AllOf(HasSubstr("\"picture.dds\""), HasSubstr("1001")));
+}
+
 TEST(Dds, StopsAtAFolder) { EXPECT_THROW(readDds("tests/render"), FatalError); }
 
 TEST(Dds, StopsAtAnotherMagic) {
