@@ -1,7 +1,8 @@
 #include "assets/catalog.h"
 
 #include "assets/catalog_writer.h"
-#include "json5/reader.h"
+#include "base/fatal.h"
+#include "json5/data_file.h"
 #include "render/image_table_writer.h"
 
 #include <string_view>
@@ -18,18 +19,20 @@ AssetCatalog writable::assetCatalog;
 constinit const AssetCatalog& assetCatalog = writable::assetCatalog;
 
 void AssetCatalog::loadAll() {
-    const JsonValue images = parseFile("images_compressed.json5");
+    const JsonValue images = loadDataFile("images_compressed.json5");
     for (const JsonMember& image : images.asObject()) {
         const std::string key(image.key());
-        const Texture2D texture(std::string(image.value.asString()));
+        const Texture2D texture =
+            namingPlace([&key] { return "It is the picture \"" + key + "\" of images_compressed.json5."; },
+                        [&image] { return Texture2D(std::string(image.value.asString())); });
         if (writable::pictures.imageTable.insert_or_assign(key, texture).second) {
             imageKeys.push_back(key);
         }
     }
 
-    const JsonValue recipeFile = parseFile("recipes.json5");
+    const JsonValue recipeFile = loadDataFile("recipes.json5");
     recipes = recipeFile.asObject();
-    const JsonValue prefabFile = parseFile("prefabs.json5");
+    const JsonValue prefabFile = loadDataFile("prefabs.json5");
     prefabs = prefabFile.asObject();
 
     std::string path = std::string(glyphFolder) + "A.dds";

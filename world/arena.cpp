@@ -76,7 +76,9 @@ void Arena::startWhenPassed() {
         script = waveScriptFor(enemyVariant);
         if (script == nullptr) {
             fatal(describe(*this) + ": enemyVariant " + std::to_string(enemyVariant) +
-                  " selects no wave script; use 0 to 3 for a kind of zombie or 4 for the scripted wave.");
+                  " selects no wave script. Where scene.json5, prefabs.json5 or recipes.json5 sets it, use 0 "
+                  "to 3 " +
+                  "for a kind of zombie or 4 for the scripted wave.");
         }
         spawnsRemaining = static_cast<std::int32_t>(script->steps.size());
     }
@@ -137,7 +139,7 @@ Arena::Spawn Arena::scriptedSpawn(const Camera* camera) const {
     if (number >= spawnPoints.size()) {
         fatal(describe(*this) + ": its wave script wants spawn point " + std::to_string(number) +
               ", but only " + std::to_string(spawnPoints.size()) +
-              " were in view when the hero came; place a SpawnPoint near the arena.");
+              " were in view when the hero came. Place a SpawnPoint near the arena in scene.json5.");
     }
     return {spawnPoints[number]->position, step.variant};
 }
@@ -171,7 +173,11 @@ Vec2 Arena::edgePlace(std::int64_t edge, const Camera* camera) const {
 void Arena::letZombieIn(const Spawn& spawn) {
     const char* name = zombieRecipe(spawn.variant);
     const JsonValue* recipe = assetCatalog.recipes.find(name);
-    OwnedObject made = recipe != nullptr ? createFromValue(*recipe) : nullptr;
+    const auto asked = [&] {
+        return "The recipe \"" + std::string(name) + "\" is what " + describe(*this) + " lets in.";
+    };
+    OwnedObject made =
+        recipe != nullptr ? namingPlace(asked, [recipe] { return createFromValue(*recipe); }) : nullptr;
     if (!made || made->getType() != ObjectType::Zombie) {
         fatal(describe(*this) + ": the recipe \"" + name + "\" of enemyVariant " +
               std::to_string(spawn.variant) +

@@ -102,6 +102,29 @@ TEST_F(CatalogTest, AMissingGlyphStopsTheGame) {
     }
 }
 
+TEST_F(CatalogTest, AMissingPictureStopsTheGameWithItsFileAndItsKey) {
+    folder.write("images_compressed.json5", "{zenith: 'sun.dds', afterglow: 'dusk.dds'}");
+    try {
+        writable::assetCatalog.loadAll();
+        FAIL() << "the game went on";
+    } catch (const FatalError& error) {
+        EXPECT_THAT(error.what(),
+                    testing::AllOf(testing::HasSubstr("\"dusk.dds\""), testing::HasSubstr("\"afterglow\""),
+                                   testing::HasSubstr("images_compressed.json5")));
+    }
+}
+
+TEST_F(CatalogTest, ANumberOutOfRangeStopsTheGameWithItsFileAndItsKey) {
+    folder.write("recipes.json5", "{crate: {_type: 'Object', size: 1e9999}}");
+    try {
+        writable::assetCatalog.loadAll();
+        FAIL() << "the game went on";
+    } catch (const FatalError& error) {
+        EXPECT_THAT(error.what(), testing::AllOf(testing::HasSubstr("recipes.json5:1:33"),
+                                                 testing::HasSubstr("\"crate.size\"")));
+    }
+}
+
 TEST_F(CatalogTest, AnImageThatIsNoStringIsLookedForUnderAnEmptyPath) {
     static std::vector<JsonKind> wantedKinds;
     wantedKinds.clear();

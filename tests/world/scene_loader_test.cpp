@@ -8,6 +8,7 @@
 #include "tests/world/world_fixture.h"
 #include "world/camera.h"
 #include "world/movable.h"
+#include "world/scene_limits.h"
 
 namespace dunkman {
 
@@ -210,6 +211,69 @@ TEST_F(SceneLoaderTest, TheSamePrefabTwiceInAListIsNoCircle) {
     prefabs("{pair: [{recipe: 'crate'}], row: [{prefab: 'pair'}, {prefab: 'pair'}]}");
     load("[{prefab: 'row'}, {prefab: 'row'}]");
     EXPECT_EQ(count(ObjectType::Movable), 4u);
+}
+
+TEST_F(SceneLoaderTest, AMessageNamesTheListAndTheEntry) {
+    EXPECT_THAT(failure("[{recipe: 'crate'}, {recipe: 'barrel'}]"), HasSubstr("entry 2 of scene.json5"));
+    prefabs("{hut: [{recipe: 'crate'}, {recipe: 'crate'}, {recipe: 'barrel'}]}");
+    EXPECT_THAT(failure("[{prefab: 'hut'}]"), HasSubstr("entry 3 of the prefab \"hut\" of prefabs.json5"));
+    EXPECT_THAT(failure("[{recipe: 'crate'}, {tag: 5}]"), HasSubstr("entry 2 of scene.json5"));
+    EXPECT_THAT(failure("[{prefab: 'cabin'}]"), HasSubstr("entry 1 of scene.json5"));
+}
+
+TEST_F(SceneLoaderTest, AnUnknownImageIsNamedWithTheEntryThatAsksForIt) {
+    EXPECT_THAT(failure("[{recipe: 'crate', imageKey: 'moon'}]"),
+                AllOf(HasSubstr("\"moon\""), HasSubstr("\"crate\""), HasSubstr("entry 1 of scene.json5")));
+    EXPECT_THAT(failure("[{recipe: 'crate'}, {prefab: 'pair', overrides: {second: {imageKey: 'moon'}}}]"),
+                AllOf(HasSubstr("\"moon\""), HasSubstr("overrides for the tag \"second\""),
+                      HasSubstr("entry 2 of scene.json5")));
+}
+
+// p1 holds the next one, and so on; the last holds `leaf`.
+std::string nestedPrefabs(std::size_t depth, const std::string& leaf, int copies = 1) {
+    std::string text = "{";
+    for (std::size_t level = 1; level <= depth; ++level) {
+        text += "p" + std::to_string(level) + ": [";
+        for (int copy = 0; copy < copies; ++copy) {
+            text += level == depth ? leaf : "{prefab: 'p" + std::to_string(level + 1) + "'},";
+        }
+        text += "],";
+    }
+    return text + "}";
+}
+
+TEST_F(SceneLoaderTest, PrefabsMayLieAsDeepAsTheBoundAndNoDeeper) {
+    prefabs(nestedPrefabs(maxPrefabDepth, "{recipe: 'crate'}"));
+    load("[{prefab: 'p1'}]");
+    EXPECT_EQ(count(ObjectType::Movable), 1u);
+    prefabs(nestedPrefabs(maxPrefabDepth + 1, "{recipe: 'crate'}"));
+    EXPECT_THAT(failure("[{prefab: 'p1'}]"),
+                AllOf(HasSubstr("\"p65\""), HasSubstr("more than 64 prefabs deep"),
+                      HasSubstr("the prefab \"p64\" of prefabs.json5")));
+}
+
+TEST_F(SceneLoaderTest, PrefabsFiveThousandDeepAreRefused) {
+    prefabs(nestedPrefabs(5000, "{recipe: 'crate'}"));
+    EXPECT_THAT(failure("[{prefab: 'p1'}]"), HasSubstr("\"p65\""));
+}
+
+TEST_F(SceneLoaderTest, PrefabsThatDoubleThirtyTimesAreRefusedAtOnce) {
+    for (const char* leaf : {"{recipe: 'crate'},", ""}) { // also when nothing comes of it all
+        prefabs(nestedPrefabs(30, leaf, 2));
+        EXPECT_THAT(failure("[{prefab: 'p1'}]"),
+                    AllOf(HasSubstr("more than 100000 entries"), HasSubstr("of prefabs.json5")));
+        world.clear();
+    }
+}
+
+TEST_F(SceneLoaderTest, ASceneMayHaveAsManyEntriesAsTheBoundAndNoMore) {
+    std::string text = "[";
+    for (std::size_t number = 0; number < maxSceneEntries; ++number) {
+        text += "{recipe:'crate'},";
+    }
+    load(text + "]");
+    EXPECT_EQ(count(ObjectType::Movable), maxSceneEntries);
+    EXPECT_THAT(failure(text + "{recipe:'crate'}]"), HasSubstr("is in scene.json5"));
 }
 
 std::vector<JsonKind> mismatches;
