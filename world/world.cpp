@@ -51,6 +51,12 @@ bool World::isQueuedForDestroy(const Object& object) const {
 
 void World::applyPending() {
     assert(passages == 0);
+    enterAndDetach();
+    removeQueued(pendingDestroy);
+    removed.clear();
+}
+
+void World::enterAndDetach() {
     for (OwnedObject& object : pendingAdd) {
         auto& bucket = buckets[indexOf(object->getType())];
         bucket.push_back(std::move(object));
@@ -63,15 +69,13 @@ void World::applyPending() {
         static_cast<void>(object.release());
     }
     removed.clear();
-
-    removeQueued(pendingDestroy);
-    removed.clear();
 }
 
 void World::removeQueued(std::vector<Object*>& queue) {
     if (queue.empty()) {
         return;
     }
+    removed.reserve(queue.size()); // so that from here on nothing can fail half-way
     std::array<bool, objectTypeCount> concerned{};
     for (Object* object : queue) {
         object->leaving = true;
@@ -106,14 +110,9 @@ void World::removeQueued(std::vector<Object*>& queue) {
 
 void World::clear() {
     assert(passages == 0);
-    // What is queued for detachment has an owner already, though it still stands in its bucket.
-    removeQueued(pendingDetach);
-    for (OwnedObject& object : removed) {
-        static_cast<void>(object.release());
-    }
-    removed.clear();
+    // What is queued for detachment has an owner already, though it still stands in its bucket or waits to enter it.
+    enterAndDetach();
     pendingDestroy.clear();
-    pendingAdd.clear();
     for (auto& bucket : buckets) {
         bucket.clear();
     }

@@ -32,7 +32,7 @@ public:
 
     // To enter, leave alive, or be freed at the next applyPending, which works in this order: an object
     // queued to enter and to be freed enters and is freed. Queuing an object twice does no more than once. An
-    // object that is not in the world when its turn comes is left alone.
+    // object that is not in the world when its turn comes is left alone, as long as its owner keeps it until then.
     void queueAdd(OwnedObject object);
     void queueDetach(Object& object); // the caller owns the object from applyPending on
     void queueDestroy(Object& object);
@@ -74,6 +74,8 @@ private:
     private:
         const World& passedWorld;
     };
+
+    void enterAndDetach();
 
     // Takes what a queue names out of the buckets, keeping the order of the rest, at a cost of the queue's
     // length plus the lengths of the buckets concerned. Fills `removed`; empties the queue.
