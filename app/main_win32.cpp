@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "app/program.h"
+#include "base/fatal.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
 
@@ -24,7 +25,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     try {
         dunkman::runProgram(dunkman::InputMode::DUNKMAN_INPUT_MODE);
     } catch (const std::exception& error) {
-        dunkman::platform::showFatalMessage(error.what());
+        dunkman::platform::showFatalMessage(dunkman::faultMessage(error));
         // Not by returning: the audio thread still reads objects that static destruction would take away.
         dunkman::platform::exitProcess(1);
     }

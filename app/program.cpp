@@ -1,11 +1,16 @@
 #include "app/program.h"
 
+#include <exception>
+#include <string>
+
 #include "app/data_folder.h"
 #include "app/main_loop.h"
 #include "app/pace.h"
 #include "app/recording.h"
+#include "app/unfinished_recording.h"
 #include "assets/catalog_writer.h"
 #include "audio/sound.h"
+#include "base/fatal.h"
 #include "base/frame_state_writer.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
@@ -62,20 +67,30 @@ void startUp(InputMode mode, ScreenId firstScreen) {
 }
 
 void shutDown() {
+    const std::string kept = keepUnfinishedRecording(); // before anything else can go wrong
     releaseRenderer();
     writable::assetCatalog.releaseAll();
     stopAudio();
     platform::restoreDesktop();
+    if (!kept.empty()) {
+        platform::showNotice("The game was left before its recording was finished. " + kept);
+    }
 }
 
 void runProgram(InputMode mode) {
-    startUp(mode);
-    if (platform::isWindowVisible()) {
-        while (runIteration() == LoopEnd::GoOn) {
+    try {
+        startUp(mode);
+        if (platform::isWindowVisible()) {
+            while (runIteration() == LoopEnd::GoOn) {
+                keepRecordingNowAndThen();
+            }
+            endPace();
         }
-        endPace();
+        shutDown();
+    } catch (const std::exception& fault) {
+        const std::string kept = keepUnfinishedRecording();
+        fatal(faultMessage(fault) + (kept.empty() ? "" : "\n\n" + kept));
     }
-    shutDown();
 }
 
 } // namespace dunkman

@@ -10,10 +10,12 @@ namespace dunkman {
 // program's compiled-in input mode, `firstScreen` the screen that is entered.
 void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 
-// What follows the loop: GPU resources, then audio. Not run when a screen ends the program.
+// What follows the loop: keeps an unfinished recording and says so at the end; GPU resources, then audio. Not run when a
+// screen ends the program.
 void shutDown();
 
-// The whole program: start-up, the loop until Escape or a hidden window, shut-down.
+// The whole program: start-up, the loop until Escape or a hidden window, shut-down. Whatever ends it otherwise leaves as
+// a FatalError, when an unfinished recording has been kept; its message says where.
 void runProgram(InputMode mode);
 
 } // namespace dunkman

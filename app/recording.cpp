@@ -1,17 +1,17 @@
 #include "app/recording.h"
 
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "app/recording_writer.h"
+#include "app/unfinished_recording.h"
 #include "base/fatal.h"
 #include "base/frame_state_writer.h"
 #include "base/key_states_writer.h"
-#include "json5/reader.h"
+#include "json5/data_file.h"
 #include "json5/value.h"
 #include "json5/writer.h"
 #include "screens/screen.h"
@@ -65,7 +65,7 @@ void loadRecording() {
     if (frameState.inputMode == InputMode::Record) {
         return;
     }
-    const JsonValue file = parseFile(recordingPath);
+    const JsonValue file = loadDataFile(recordingPath);
     for (const JsonValue& element : file.asArray()) {
         element.asObject();
         InputRecord record;
@@ -102,24 +102,25 @@ void replayStep() {
     }
 }
 
-void saveRecording() {
+std::string recordingText() {
     std::ostringstream text;
     writeJson5(writeRecords(), text, "  ", 0);
-    {
-        std::ofstream file(newRecordingPath, std::ios::binary);
-        file << text.str();
-        file.flush();
-        if (!file) {
-            fatal("The recording cannot be saved: recording.json5.new cannot be written. Is the folder "
-                  "write-protected or the disk full?");
-        }
+    return text.str();
+}
+
+void saveRecording() {
+    if (!writeNewFile(newRecordingPath, recordingText())) {
+        fatal("The recording cannot be saved: recording.json5.new cannot be written. Is the folder "
+              "write-protected or the disk full?");
     }
+    writable::recording.isSaved = true;
     std::error_code error;
     std::filesystem::rename(newRecordingPath, recordingPath, error);
     if (error) {
         fatal("The recording is in recording.json5.new, but recording.json5 cannot be replaced: " +
               error.message() + ". Close programs that hold the file and rename the new one by hand.");
     }
+    dropUnfinishedRecording();
 }
 
 } // namespace dunkman

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "base/key_states.h"
@@ -19,6 +20,9 @@ struct RecordedGame {
     std::vector<InputRecord> records; // in ascending frame order
     std::uint64_t gameStep = 0;       // game steps seen so far in this recording or replay
     std::size_t replayIndex = 0;      // the next record to apply
+    bool isSaved = false;             // no record is in memory alone
+    std::uint64_t keptSteps = 0;      // game steps at the last time that it was kept unfinished
+    bool isKept = false;              // the unfinished recording on the disk is this one
 };
 
 extern const RecordedGame& recording;
@@ -37,5 +41,8 @@ void replayStep();
 // Writes "recording.json5": a new file first, then in place of the old one. Stops the game with a message when the
 // file cannot be written.
 void saveRecording();
+
+// The records as a data file holds them.
+std::string recordingText();
 
 } // namespace dunkman

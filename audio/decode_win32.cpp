@@ -1,8 +1,6 @@
 #include "audio/decode.h"
 
 #include <filesystem>
-#include <fstream>
-#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -20,10 +18,13 @@
 #include "audio/pcm_collector.h"
 #include "audio/wave_format.h"
 #include "base/debug_output.h"
+#include "base/file_contents.h"
 
 namespace dunkman {
 
 namespace {
+
+constexpr std::uintmax_t maxMusicFileBytes = 256u << 20u; // hours of music
 
 constexpr DWORD allStreams = static_cast<DWORD>(MF_SOURCE_READER_ALL_STREAMS);
 constexpr DWORD audioStream = static_cast<DWORD>(MF_SOURCE_READER_FIRST_AUDIO_STREAM);
@@ -172,17 +173,6 @@ CallResult decodeFile(const MediaFoundationFunctions& functions, const std::wstr
     return adopted.failed() ? adopted : readSamples(*reader.get(), collector);
 }
 
-std::optional<std::vector<std::byte>> readFile(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary | std::ios::ate);
-    if (!stream.is_open()) {
-        return std::nullopt;
-    }
-    std::vector<std::byte> bytes(static_cast<std::size_t>(stream.tellg()));
-    stream.seekg(0);
-    stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return stream ? std::optional(std::move(bytes)) : std::nullopt;
-}
-
 std::string nameOf(const std::filesystem::path& path) {
     const std::u8string name = path.u8string();
     return std::string(name.begin(), name.end());
@@ -191,12 +181,12 @@ std::string nameOf(const std::filesystem::path& path) {
 } // namespace
 
 MusicTrack decodeMusic(const std::wstring& path) {
-    const std::optional<std::vector<std::byte>> file = readFile(path);
-    if (!file) {
+    const FileContents file = readFile(path, maxMusicFileBytes);
+    if (file.fault != FileFault::None) {
         debugText("audio: " + nameOf(path) + " cannot be read: no music from it");
         return {};
     }
-    const Mp3Fault fault = examineMp3(*file);
+    const Mp3Fault fault = examineMp3(std::as_bytes(std::span(file.bytes)));
     if (fault == Mp3Fault::Empty || fault == Mp3Fault::NotMp3) {
         debugText("audio: " + nameOf(path) + " " + describe(fault) + ": no music from it");
         return {};

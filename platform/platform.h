@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 
 // What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
 // simulated one of the headless runner, the tests and the benchmarks. No decision is taken behind it.
@@ -29,6 +30,9 @@ bool isWindowVisible();
 // Takes the window off the screen. Once the loop has ended; exitProcess and the message of a fatal error do
 // it by themselves.
 void restoreDesktop();
+
+// Shows the player a message that is no fault, in UTF-8, and waits until it has been read. After restoreDesktop.
+void showNotice(const std::string& message);
 
 // Rounding to nearest, and small numbers kept: what this thread began with, whatever a foreign library has
 // set since.

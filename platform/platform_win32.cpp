@@ -148,6 +148,12 @@ void exitProcess(int status) {
 
 void useRealPixels() { SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2); }
 
+void showNotice(const std::string& message) {
+    debugText("notice: " + message);
+    ShowCursor(TRUE);
+    MessageBoxW(nullptr, wide(message).c_str(), L"Dunkman", MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND);
+}
+
 void showFatalMessage(const std::string& message) {
     debugText("fatal: " + message);
     restoreDesktop();

@@ -44,6 +44,8 @@ void loadGlFunctions() {
 
 void restoreDesktop() { machine.calls.emplace_back("restoreDesktop"); }
 
+void showNotice(const std::string& message) { machine.notices.push_back(message); }
+
 // Nobody else's library is loaded here, so this need not reach further than what a test may set.
 void resetArithmetic() { std::fesetround(FE_TONEAREST); }
 

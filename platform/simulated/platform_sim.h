@@ -27,6 +27,7 @@ struct Machine {
     int bufferSwaps = 0;
     std::vector<std::string> calls;      // start-up calls, in order, by name
     std::vector<std::string> debugLines; // what went to the debugger output
+    std::vector<std::string> notices;    // what the player was shown, fatal messages apart
 };
 
 extern Machine machine;

@@ -21,7 +21,7 @@ WRITERS = {
                          "platform/film/audio_film.cpp", "tools/sound/player_win32.cpp"],
     "assets/catalog_writer.h": ["assets/catalog.cpp", "app/program.cpp", "app/reset.cpp", "tools/inspect/commands.cpp"],
     "screens/screen_writer.h": ["screens/screen.cpp", "screens/credits_screen.cpp"],
-    "app/recording_writer.h": ["app/recording.cpp", "app/reset.cpp"],
+    "app/recording_writer.h": ["app/recording.cpp", "app/reset.cpp", "app/unfinished_recording.cpp"],
     "world/world.h": ["world/", "screens/game_screen.cpp", "app/reset.cpp", "tools/headless/trace.cpp",
                       "tools/inspect/", "workshop/playthrough/"],
 }
