@@ -1,6 +1,7 @@
 #include "app/recording.h"
 
 #include <filesystem>
+#include <new>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -105,6 +106,9 @@ void replayStep() {
 std::string recordingText() {
     std::ostringstream text;
     writeJson5(writeRecords(), text, "  ", 0);
+    if (!text) {
+        throw std::bad_alloc(); // streams only mark themselves bad when memory fails
+    }
     return text.str();
 }
 

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <new>
 #include <string>
@@ -10,6 +9,7 @@
 #include "base/fatal.h"
 #include "base/key_states.h"
 #include "tests/fakes/program_fixture.h"
+#include "tests/fakes/temporary_folder.h"
 
 namespace dunkman {
 
@@ -24,24 +24,8 @@ constexpr const char* beside = "recording-unfinished.json5";
 constexpr const char* older = "recording-unfinished-older.json5";
 constexpr const char* inTemporaryFolder = "temporary/dunkman-recording-unfinished.json5";
 
-// Where the system looks for the folder for temporary files; the strings stay, the environment points to them.
-void setTemporaryFolder(const std::string& folder) {
-    static std::string posix;
-    static std::string windows;
-    posix = "TMPDIR=" + folder;
-    windows = "TMP=" + folder;
-    putenv(posix.data());
-    putenv(windows.data());
-}
-
 class UnfinishedRecording : public ProgramFixture, protected FrameObserver {
 protected:
-    UnfinishedRecording() : folderBefore(files::temp_directory_path().string()) {
-        files::create_directory("temporary");
-        setTemporaryFolder(files::absolute("temporary").string());
-    }
-    ~UnfinishedRecording() override { setTemporaryFolder(folderBefore); }
-
     // The whole program, straight into a game in which the hero walks to the right from the third step on;
     // `atEnd` is called before the sixth.
     std::string run(void (*atEnd)(), InputMode mode = InputMode::Record) {
@@ -86,7 +70,7 @@ protected:
     int steps = 0;
     int lastStep = 6;
     void (*endGame)() = nullptr;
-    std::string folderBefore;
+    const TemporaryFolder temporaryFolder;
 };
 
 TEST_F(UnfinishedRecording, EscapeKeepsItBesideTheRecordingAndSaysSo) {
@@ -121,13 +105,12 @@ TEST_F(UnfinishedRecording, WhereNothingCanBeWrittenBesideItGoesToTheTemporaryFo
     run([] { press(keys::escape); });
     EXPECT_FALSE(files::exists(beside));
     EXPECT_EQ(data.read(inTemporaryFolder), walk(2));
-    EXPECT_THAT(notice(),
-                HasSubstr((files::absolute("temporary") / "dunkman-recording-unfinished.json5").string()));
+    EXPECT_THAT(notice(), HasSubstr((temporaryFolder.path / "dunkman-recording-unfinished.json5").string()));
 }
 
 TEST_F(UnfinishedRecording, IsDeclaredLostOnlyWhenBothPlacesRefuseIt) {
     blockWritingBeside();
-    files::remove_all("temporary");
+    files::remove_all(temporaryFolder.path);
     run([] { press(keys::escape); });
     EXPECT_THAT(notice(), AllOf(HasSubstr("is lost"), HasSubstr("dunkman-recording-unfinished.json5")));
 }

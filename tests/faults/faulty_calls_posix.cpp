@@ -1,0 +1,142 @@
+#include "tests/faults/faulty_calls.h"
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+namespace dunkman {
+
+namespace {
+
+bool isCounting = false;
+std::array<std::int64_t, systemCallNames.size()> counts{};
+SystemCall failingCall = SystemCall::Allocation;
+std::int64_t failingNumber = 0;
+
+bool fails(SystemCall call) {
+    if (!isCounting) {
+        return false;
+    }
+    const std::int64_t number = ++counts[static_cast<std::size_t>(call)];
+    return call == failingCall && number == failingNumber;
+}
+
+// The function that would have been called without this file.
+template <typename Function> Function* original(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+void beginCounting(SystemCall failing, std::int64_t number) {
+    counts = {};
+    failingCall = failing;
+    failingNumber = number;
+    isCounting = true;
+}
+
+std::array<std::int64_t, systemCallNames.size()> endCounting() {
+    isCounting = false;
+    return counts;
+}
+
+} // namespace dunkman
+
+using dunkman::fails;
+using dunkman::original;
+using dunkman::SystemCall;
+
+void* operator new(std::size_t size) {
+    void* const memory = fails(SystemCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+extern "C" {
+
+std::FILE* fopen(const char* path, const char* mode) {
+    static auto* const real = original<std::FILE*(const char*, const char*)>("fopen");
+    if (fails(SystemCall::Open)) {
+        errno = EMFILE;
+        return nullptr;
+    }
+    return real(path, mode);
+}
+
+std::FILE* fopen64(const char* path, const char* mode) {
+    static auto* const real = original<std::FILE*(const char*, const char*)>("fopen64");
+    if (fails(SystemCall::Open)) {
+        errno = EMFILE;
+        return nullptr;
+    }
+    return real(path, mode);
+}
+
+// The file is closed, but what was to reach the disk did not.
+int fclose(std::FILE* file) {
+    static auto* const real = original<int(std::FILE*)>("fclose");
+    const int result = real(file);
+    if (fails(SystemCall::Close)) {
+        errno = EIO;
+        return EOF;
+    }
+    return result;
+}
+
+ssize_t read(int file, void* bytes, std::size_t count) {
+    static auto* const real = original<ssize_t(int, void*, std::size_t)>("read");
+    if (fails(SystemCall::Read)) {
+        errno = EIO;
+        return -1;
+    }
+    return real(file, bytes, count);
+}
+
+ssize_t write(int file, const void* bytes, std::size_t count) {
+    static auto* const real = original<ssize_t(int, const void*, std::size_t)>("write");
+    if (fails(SystemCall::Write)) {
+        errno = ENOSPC;
+        return -1;
+    }
+    return real(file, bytes, count);
+}
+
+ssize_t writev(int file, const iovec* pieces, int count) {
+    static auto* const real = original<ssize_t(int, const iovec*, int)>("writev");
+    if (fails(SystemCall::Write)) {
+        errno = ENOSPC;
+        return -1;
+    }
+    return real(file, pieces, count);
+}
+
+int stat(const char* path, struct stat* result) noexcept {
+    static auto* const real = original<int(const char*, struct stat*)>("stat");
+    if (fails(SystemCall::Status)) {
+        errno = EACCES;
+        return -1;
+    }
+    return real(path, result);
+}
+
+int rename(const char* from, const char* to) noexcept {
+    static auto* const real = original<int(const char*, const char*)>("rename");
+    if (fails(SystemCall::Rename)) {
+        errno = EACCES;
+        return -1;
+    }
+    return real(from, to);
+}
+
+} // extern "C"
