@@ -77,6 +77,11 @@ void shutDown() {
     }
 }
 
+void endWithFault(const std::exception& fault) {
+    const std::string kept = keepUnfinishedRecording();
+    fatal(faultMessage(fault) + (kept.empty() ? "" : "\n\n" + kept));
+}
+
 void runProgram(InputMode mode) {
     try {
         startUp(mode);
@@ -88,8 +93,7 @@ void runProgram(InputMode mode) {
         }
         shutDown();
     } catch (const std::exception& fault) {
-        const std::string kept = keepUnfinishedRecording();
-        fatal(faultMessage(fault) + (kept.empty() ? "" : "\n\n" + kept));
+        endWithFault(fault);
     }
 }
 

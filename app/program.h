@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+
 #include "base/frame_state.h"
 #include "screens/screen.h"
 
@@ -14,8 +16,10 @@ void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 // screen ends the program.
 void shutDown();
 
-// The whole program: start-up, the loop until Escape or a hidden window, shut-down. Whatever ends it otherwise leaves as
-// a FatalError, when an unfinished recording has been kept; its message says where.
+// The end of a run that a fault stops: keeps an unfinished recording, and leaves as a FatalError that says where it is.
+[[noreturn]] void endWithFault(const std::exception& fault);
+
+// The whole program: start-up, the loop until Escape or a hidden window, shut-down; faults end it as above.
 void runProgram(InputMode mode);
 
 } // namespace dunkman

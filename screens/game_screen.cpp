@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/debug_output.h"
 #include "base/fatal.h"
 #include "base/frame_state.h"
 #include "base/geometry.h"
@@ -99,6 +100,10 @@ void GameScreen::enter() {
     }
     world.clear();
     loadScene();
+    if (world.first<Camera>() == nullptr) {
+        debugText(
+            "scene.json5 makes no Camera: its objects are drawn without one, and hardly any will be in view");
+    }
 }
 
 void GameScreen::update() {

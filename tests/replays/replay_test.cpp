@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "app/reset.h"
+#include "tests/fakes/scratch_folder.h"
 #include "tests/replays/trace_digest.h"
 #include "tools/headless/key_script.h"
 #include "tools/headless/options.h"
@@ -57,7 +59,14 @@ std::vector<std::string> runDigest(const files::path& folder) {
         keys = headless::KeyScript::readFile((folder / options.keysPath).string());
     }
     const files::path before = files::current_path();
-    files::current_path(options.dataFolder);
+    const files::path data = files::absolute(options.dataFolder);
+    std::optional<ScratchFolder> copy; // a game that is recorded is kept, but not here
+    if (options.mode == InputMode::Record) {
+        copy.emplace();
+        files::copy(data, ".", files::copy_options::recursive);
+    } else {
+        files::current_path(data);
+    }
     TraceDigest digest;
     headless::run(options, std::move(keys), [&digest](std::string_view text) { digest.add(text); });
     resetProgram();

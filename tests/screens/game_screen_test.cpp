@@ -86,6 +86,7 @@ TEST_F(GameScreenTest, WithoutACameraTheWorldIsSeenThroughTheBackdropsView) {
         views += line.starts_with("view") ? 1 : 0;
     }
     EXPECT_EQ(views, 2);
+    EXPECT_NE(simulated::machine.debugLines.back().find("no Camera"), std::string::npos);
 }
 
 TEST_F(GameScreenTest, HeartsStandInTheUpperLeftCornerWithTheirGap) {

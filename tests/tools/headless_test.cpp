@@ -1,8 +1,13 @@
+#include <cstdint>
+#include <filesystem>
 #include <sstream>
+#include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
 #include "app/reset.h"
+#include "base/fatal.h"
 #include "platform/simulated/platform_sim.h"
 #include "tests/fakes/small_data.h"
 #include "tools/headless/key_script.h"
@@ -161,6 +166,41 @@ TEST(HeadlessTrace, IsTheSameForEveryRunInAProcess) {
                                             "--screen",     "Game", "--trace", "keys,world,draws"};
     const std::string keys = "5 0x44 down\n60 0x44 up\n";
     EXPECT_EQ(traceOf(words, keys), traceOf(words, keys));
+}
+
+// The game of a short data folder, in which D is pressed in iteration 10.
+void recordFor(std::int64_t iterations, const std::string& script) {
+    std::istringstream keys("10 0x44 down\n" + script);
+    headless::Options options = optionsOf({"--mode", "record", "--screen", "Game"});
+    options.iterations = iterations;
+    headless::run(options, headless::KeyScript::read(keys, "keys.txt"), [](std::string_view) {});
+    resetProgram();
+}
+
+TEST(HeadlessRecording, ThatIsNotFinishedIsKeptAsInTheGame) {
+    const SmallData data;
+    recordFor(100, "20 0x1B down\n");
+    EXPECT_NE(data.read("recording-unfinished.json5").find("\"key\": 68"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists("recording.json5"));
+}
+
+TEST(HeadlessRecording, ThatAFaultEndsIsKeptAndTheMessageSaysSo) {
+    const SmallData data;
+    data.write(
+        "recipes.json5",
+        R"({"hero": {"_type": "Player"}, "camera": {"_type": "Camera"}, "arena": {"_type": "Arena"}})");
+    data.write("scene.json5",
+               R"([{"recipe": "hero"}, {"recipe": "camera"}, {"recipe": "arena", "position": [0.1, 0]}])");
+    try {
+        recordFor(600, "");
+        FAIL() << "no message";
+    } catch (const FatalError& fault) {
+        EXPECT_NE(std::string(fault.what()).find("\"zombie\""), std::string::npos) << fault.what();
+        EXPECT_NE(std::string(fault.what()).find("recording-unfinished.json5"), std::string::npos)
+            << fault.what();
+    }
+    resetProgram();
+    EXPECT_NE(data.read("recording-unfinished.json5").find("\"key\": 68"), std::string::npos);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -102,6 +103,9 @@ int main(int argumentCount, char** arguments) {
     } catch (const headless::UsageError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return exitUsage;
+    } catch (const std::bad_alloc& error) {
+        std::fprintf(stderr, "%s\n", faultMessage(error).c_str());
+        return exitFatal;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return exitFatal;

@@ -5,6 +5,7 @@
 #include "app/main_loop.h"
 #include "app/program.h"
 #include "app/reset.h"
+#include "base/fatal.h"
 #include "platform/simulated/platform_sim.h"
 
 namespace dunkman::headless {
@@ -46,6 +47,8 @@ void run(const Options& options, KeyScript keyScript, const TraceSink& output) {
         trace.end(iterations, reason);
     } catch (const simulated::ProgramExit&) {
         trace.end(iterations, "quit");
+    } catch (const FatalError& fault) {
+        endWithFault(fault);
     }
 }
 
