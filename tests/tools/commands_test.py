@@ -128,6 +128,14 @@ class Recording(unittest.TestCase):
         self.assertEqual(self.read("data/recording.json5"), OLD)
         self.assertFalse((self.folder / "recordings").exists())
 
+    def test_that_was_broken_off_is_kept_under_a_number_as_far_as_it_went(self):
+        self.write("run/recording-unfinished.json5", "half of a game")
+        self.write("recordings/recording-4.json5", "another")
+        said = self.shell("keep_recording run play.log")
+        self.assertIn("./play recordings/recording-5.json5 replays it", said)
+        self.assertEqual(self.read("recordings/recording-5.json5"), "half of a game")
+        self.assertIn("data/recording.json5 is as it was", said)
+
     def test_that_ended_with_a_fault_says_so(self):
         self.write("play.log", LOG + PACE.format("fatal: no room"))
         self.assertIn("nothing was saved: the game stopped with a fault", self.shell("keep_recording run play.log"))

@@ -14,7 +14,7 @@ make_data_folder() {
     mkdir -p "$1"
     local file
     for file in "$PWD"/data/*; do
-        [[ ${file##*/} = recording.json5* ]] || ln -s "$file" "$1/"
+        [[ ${file##*/} = recording*.json5* ]] || ln -s "$file" "$1/"
     done
 }
 
@@ -43,6 +43,19 @@ time_of() {
 # last_screen LOG: the screen that came up last.
 last_screen() { grep -a -o 'screen [A-Za-z]*' "$1" | tail -n 1 | cut -d' ' -f2; }
 
+# keep_unfinished_recording FILE: what the game kept of one that it was left in, if anything, goes to recordings/.
+keep_unfinished_recording() {
+    local kept
+    [ -f "$1" ] || return 0
+    mkdir -p recordings
+    kept=recordings/recording-$(free_number recordings).json5
+    if cp "$1" "$kept"; then
+        say "what was recorded until then is $kept; ./play $kept replays it"
+    else
+        say "what was recorded until then is $1"
+    fi
+}
+
 # keep_recording FOLDER LOG: after a run in FOLDER, takes the recording that the game saved there over into data/, keeps the
 # one that was there in recordings/, and tells all about it.
 keep_recording() {
@@ -54,6 +67,7 @@ keep_recording() {
             say "nothing was saved: the game was left on the screen $(last_screen "$2"), before the credits were over"
         fi
         [ ! -f "$saved.new" ] || say "what the game could write of it is in $saved.new"
+        keep_unfinished_recording "$1/recording-unfinished.json5"
         say "data/recording.json5 is as it was"
         return
     fi
