@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
@@ -15,6 +16,7 @@
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
+#include "tests/scenarios/live_bytes.h"
 #include "tests/scenarios/random_scene.h"
 #include "tools/headless/runner.h"
 #include "world/arena.h"
@@ -24,7 +26,9 @@
 // Random games with a random hand on the keyboard. Nothing is known about their course, so nothing is asked
 // but that the game survives or stops with a message: run it under the address and undefined-behaviour
 // sanitizers. DUNKMAN_SOAK_STEPS sets how many steps are run, DUNKMAN_SOAK_SEED where they start; with
-// DUNKMAN_SOAK_MESSAGES set, the messages are shown.
+// DUNKMAN_SOAK_MESSAGES set, the messages are shown. After the first minute the heap must not grow any more:
+//   DUNKMAN_SOAK_STEPS=1000000 ASAN_OPTIONS=quarantine_size_mb=16 build/sanitize/bin/scenarios_test
+//       --gtest_filter='Soak*'
 namespace dunkman {
 
 namespace {
@@ -49,6 +53,8 @@ struct Findings {
     std::uint64_t projectiles = 0;  // counted once for each step
     std::uint64_t corpses = 0;
     std::size_t mostObjects = 0;
+    std::int64_t liveBytesAtFirst = 0; // of the heap, after the first minute, with nothing loaded
+    std::int64_t liveBytes = 0;        // the same at the end
 };
 
 class Soak {
@@ -65,6 +71,7 @@ public:
         data.write("prefabs.json5", random.prefabs());
         data.write("scene.json5", random.scene());
         resetProgram();
+        weigh();
         try {
             startUp(random.chance(0.5) ? InputMode::Record : InputMode::Live, ScreenId::Game);
             for (std::uint32_t reloads = random.below(5); findings.steps < steps; --reloads) {
@@ -79,6 +86,17 @@ public:
             endWith(error.what());
         } catch (const std::out_of_range& error) {
             endWith(error.what()); // a number in a file that neither a double nor an integer can hold
+        }
+    }
+
+    // After each process, when everything is free again.
+    void weigh() {
+        constexpr std::chrono::seconds warmUp{60};
+        findings.liveBytes = liveHeapBytes();
+        if (findings.liveBytesAtFirst == 0 && std::chrono::steady_clock::now() - began > warmUp) {
+            findings.liveBytesAtFirst = findings.liveBytes;
+            std::cout << "after a minute: step " << findings.steps << ", live bytes " << findings.liveBytes
+                      << ", resident bytes " << residentBytes() << '\n';
         }
     }
 
@@ -143,6 +161,7 @@ private:
 
     SmallData data;
     RandomScene random;
+    const std::chrono::steady_clock::time_point began = std::chrono::steady_clock::now();
 };
 
 TEST(Soak, RandomGamesOverRandomScenesEndWithoutHarm) {
@@ -156,7 +175,13 @@ TEST(Soak, RandomGamesOverRandomScenesEndWithoutHarm) {
               << findings.scenes << ", ended by a message " << findings.messages << ", games lost "
               << findings.gamesLost << ", steps armed " << findings.stepsArmed << ", steps in a fight "
               << findings.stepsInFight << ", projectile steps " << findings.projectiles << ", corpses "
-              << findings.corpses << ", most objects " << findings.mostObjects << '\n';
+              << findings.corpses << ", most objects " << findings.mostObjects << ", live bytes "
+              << findings.liveBytes << ", resident bytes " << residentBytes() << '\n';
+    if (findings.liveBytesAtFirst != 0) {
+        constexpr std::int64_t room =
+            1 << 20; // the texts of the last scene, and tables that reach their size late
+        EXPECT_LT(findings.liveBytes, findings.liveBytesAtFirst + room);
+    }
     // Otherwise the soak has gone stale: the scenes no longer bring the game to life.
     EXPECT_GT(findings.scenes * 1000, steps);
     EXPECT_GT(findings.stepsArmed * 10, steps);
