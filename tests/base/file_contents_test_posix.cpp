@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <string>
+
 #include "base/fatal.h"
 
 namespace dunkman {
@@ -18,6 +20,23 @@ TEST(Pipe, InPlaceOfADataFileIsRefusedUnopened) {
     EXPECT_EQ(readFile(path, 1000).fault, FileFault::NotOrdinary);
     EXPECT_THROW(readDataFile(path.string(), 1000), FatalError);
     std::filesystem::remove(path);
+}
+
+TEST(Device, ThatNeverEndsIsRefused) {
+    EXPECT_EQ(readFile("/dev/zero", 1000).fault, FileFault::NotOrdinary);
+    try {
+        readDataFile("/dev/zero", 1000);
+        FAIL() << "no message";
+    } catch (const FatalError& fault) {
+        EXPECT_NE(std::string(fault.what()).find("\"/dev/zero\" is a pipe or a device"), std::string::npos);
+    }
+}
+
+// One that says it is empty, and goes on.
+TEST(FileThatHoldsMoreThanItSays, IsReadToItsEndOrToTheBound) {
+    const FileContents contents = readFile("/proc/self/status", 100000);
+    EXPECT_NE(contents.bytes.find("voluntary_ctxt_switches"), std::string::npos);
+    EXPECT_EQ(readFile("/proc/self/status", 20).fault, FileFault::TooLarge);
 }
 
 } // namespace

@@ -1,24 +1,8 @@
 #include "tests/fakes/temporary_folder.h"
 
-#include <cstdlib>
-#include <string>
+#include "tests/fakes/environment.h"
 
 namespace dunkman {
-
-namespace {
-
-// The environment keeps pointers to these.
-std::string posixVariable;
-std::string windowsVariable;
-
-void setTemporaryFolder(const std::string& folder) {
-    posixVariable = "TMPDIR=" + folder;
-    windowsVariable = "TMP=" + folder;
-    putenv(posixVariable.data());
-    putenv(windowsVariable.data());
-}
-
-} // namespace
 
 TemporaryFolder::TemporaryFolder()
     : path(std::filesystem::absolute("temporary")), before(std::filesystem::temp_directory_path()) {
