@@ -98,6 +98,71 @@ recipes.json5:1:55: The file ends too early: a bracket or quote is still open.
 )");
 }
 
+// A scripted fight at x = 5 with one spawn point, beside the entries.
+std::string scriptedFight(const std::string& entries, const std::string& pointX) {
+    return "[" + entries + R"({"recipe":"arena","position":[5,0],"enemyVariant":4},
+{"recipe":"spawnPoint","position":[)" +
+           pointX + ",1]}]";
+}
+
+TEST_F(Inspector, KnowsThatTheCameraFollowsTheHeroToAScriptedFight) {
+    const std::string entries = R"({"recipe":"hero","position":[-8,0]},{"recipe":"camera"},)";
+    data.write("scene.json5", scriptedFight(entries, "12.8"));
+    EXPECT_EQ(faults(), "");
+    data.write("scene.json5", scriptedFight(entries, "12.9"));
+    EXPECT_NE(faults().find("scene.json5:1:58: entry 3: the scripted fight that starts at x = 5"),
+              std::string::npos);
+}
+
+TEST_F(Inspector, KnowsThatTheCameraIsNotYetThereWhenTheHeroBeginsBehindTheLine) {
+    const std::string entries = R"({"recipe":"hero","position":[7,0]},{"recipe":"camera","position":[2,0]},)";
+    data.write("scene.json5", scriptedFight(entries, "9.8"));
+    EXPECT_EQ(faults(), "");
+    data.write("scene.json5", scriptedFight(entries, "9.9"));
+    EXPECT_NE(faults().find("the scripted fight that starts at x = 5"), std::string::npos);
+}
+
+TEST_F(Inspector, KnowsThatAnotherFightMayHoldTheCameraWhenAScriptedOneStarts) {
+    const std::string entries =
+        R"({"recipe":"hero","position":[-8,0]},{"recipe":"camera"},{"recipe":"arena","position":[0.5,0],"size":[4,1]},)";
+    data.write("scene.json5", scriptedFight(entries, "10.3"));
+    EXPECT_EQ(faults(), "");
+    data.write("scene.json5", scriptedFight(entries, "10.4"));
+    EXPECT_NE(faults().find("the scripted fight that starts at x = 5"), std::string::npos);
+}
+
+// As many prefabs as `depth`, each with `copies` of the next and the last with a crate.
+std::string nestedPrefabs(int depth, int copies) {
+    std::string text = "{";
+    for (int level = 1; level < depth; ++level) {
+        text += "\"p" + std::to_string(level) + "\":[";
+        for (int copy = 0; copy < copies; ++copy) {
+            text += "{\"prefab\":\"p" + std::to_string(level + 1) + "\"},";
+        }
+        text += "],\n";
+    }
+    return text + "\"p" + std::to_string(depth) + "\":[{\"recipe\":\"parasol\"}]}";
+}
+
+TEST_F(Inspector, TellsPrefabsThatLieTooDeep) {
+    data.write("scene.json5", R"([{"recipe":"hero"},{"recipe":"camera"},{"prefab":"p1"}])");
+    data.write("prefabs.json5", nestedPrefabs(64, 1));
+    EXPECT_EQ(faults(), "");
+    data.write("prefabs.json5", nestedPrefabs(5000, 1));
+    EXPECT_EQ(faults(),
+              "prefabs.json5:4936:1: prefab \"p4936\": it has more than 64 prefabs within prefabs.\n");
+}
+
+TEST_F(Inspector, TellsPrefabsThatDoubleUntilTheyAreTooManyAtOnce) {
+    data.write("scene.json5", R"([{"recipe":"hero"},{"recipe":"camera"},{"prefab":"p1"}])");
+    data.write("prefabs.json5", nestedPrefabs(40, 2));
+    EXPECT_EQ(faults(), "prefabs.json5:24:1: prefab \"p24\": with the prefabs in it, it has more than 100000 "
+                        "entries.\n");
+    data.write("scene.json5", R"([{"recipe":"hero"},{"recipe":"camera"},{"prefab":"p1"},{"prefab":"p1"}])");
+    data.write("prefabs.json5", nestedPrefabs(16, 2)); // 98302 entries
+    EXPECT_EQ(faults(), "scene.json5:1:1: With the prefabs in it the scene has more than 100000 entries.\n");
+}
+
 TEST_F(Inspector, SaysThatShadersWereNotCompiledWhereThereIsNoCompiler) {
     data.write("drawable_basic.frag", data.read("drawable_basic.frag") + "nonsense");
     const inspect::CheckResult result = inspect::checkData({"no-such-compiler-anywhere"});

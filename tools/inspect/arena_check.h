@@ -29,13 +29,20 @@ private:
         std::int32_t variant = 0;
     };
 
-    std::size_t pointsSurelyInView(double centreX) const;
-    std::vector<double> possibleViews(const Fight& fight) const;
+    struct Hero {
+        double x = 0.0;      // where he begins
+        double centre = 0.0; // of his picture, from his place
+        double speed = 0.0;  // the highest he walks at, units/s
+    };
+
+    std::size_t pointsSurelyInView(Vec2 centre) const;
+    std::vector<Vec2> possibleViews(const Fight& fight) const;
     double startOf(const Fight& fight) const;
+    double cameraLag() const;
 
     std::vector<Fight> fights;
     std::vector<Vec2> spawnPoints;
-    std::optional<Vec2> hero;
+    std::optional<Hero> hero;
     std::optional<Vec2> camera;
     Vec2 cameraOffset;
 };

@@ -52,7 +52,7 @@ void EntryCheck::checkScene() {
     }
     checkEntries("", files.scene.top());
     const Contents scene = contents.ofEntries(files.scene.top());
-    if (scene.entryCount > maxSceneEntries) {
+    if (scene.entryCount > maxSceneEntries && !contents.hasTooLargePrefab()) {
         faults.add(files.scene.top().spot(), "With the prefabs in it the scene has more than " +
                                                  std::to_string(maxSceneEntries) + " entries.");
     }

@@ -56,7 +56,8 @@ std::string suggestFile(const std::string& path) {
     std::error_code failure;
     for (std::filesystem::directory_iterator entry(wanted.parent_path(), failure), end;
          !failure && entry != end; entry.increment(failure)) {
-        names.push_back(entry->path().filename().string());
+        const std::u8string name = entry->path().filename().u8string();
+        names.emplace_back(name.begin(), name.end());
     }
     std::sort(names.begin(), names.end());
     const std::vector<std::string_view> known(names.begin(), names.end());

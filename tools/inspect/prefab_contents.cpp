@@ -119,6 +119,7 @@ void PrefabContents::reportLimits(const LocatedMember& prefab) {
                                          std::to_string(maxPrefabDepth) + " prefabs within prefabs.");
     }
     if (contents.entryCount > maxSceneEntries && inner.entryCount <= maxSceneEntries) {
+        foundTooLarge = true;
         faults.add(prefab.keySpot(), "prefab " + inQuotes(prefab.key) +
                                          ": with the prefabs in it, it has more than " +
                                          std::to_string(maxSceneEntries) + " entries.");

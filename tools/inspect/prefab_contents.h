@@ -30,6 +30,7 @@ public:
     PrefabContents(const LevelFiles& levelFiles, Faults& faultList);
 
     Contents ofEntries(const Located& entries) const;
+    bool hasTooLargePrefab() const { return foundTooLarge; }
     const Contents& ofPrefab(std::string_view name) const; // not known when there is no such prefab
 
 private:
@@ -43,6 +44,7 @@ private:
     const LevelFiles& files;
     Faults& faults;
     std::map<std::string, Contents, std::less<>> known;
+    bool foundTooLarge = false;
 };
 
 } // namespace dunkman::inspect
