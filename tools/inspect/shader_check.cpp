@@ -62,7 +62,8 @@ private:
                 }
             }
         }
-        faults.add({file, 1, 1}, "The shader is missing.");
+        faults.add({path, 1, 1}, file == path ? "The shader is missing."
+                                              : "There is no file " + inQuotes(file) + " to include.");
     }
 
     void report(const std::string& message) {

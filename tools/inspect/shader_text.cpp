@@ -37,7 +37,7 @@ ShaderText scanShader(const std::string& path, std::string text) {
                 break;
             }
             const std::string name(view.substr(nameStart, nameEnd - nameStart));
-            shader.includes.push_back({cursor, reducedIncludePath(path + "\\..\\" + name)});
+            shader.includes.push_back({cursor, nameEnd + 1, reducedIncludePath(path + "\\..\\" + name)});
             cursor = nameEnd + 1;
         } else {
             ++cursor;
@@ -45,6 +45,16 @@ ShaderText scanShader(const std::string& path, std::string text) {
     }
     return shader;
 }
+
+namespace {
+
+bool isInInclude(const ShaderText& shader, std::size_t offset) {
+    return std::any_of(
+        shader.includes.begin(), shader.includes.end(),
+        [offset](const ShaderInclude& include) { return include.offset < offset && offset < include.end; });
+}
+
+} // namespace
 
 std::string withMarkedLines(const ShaderText& shader) {
     std::string marked;
@@ -62,7 +72,8 @@ std::string withMarkedLines(const ShaderText& shader) {
             break;
         }
         // Compilers are particular about what follows a directive; a line that ends in \ goes on in the next one.
-        if (!line.starts_with('#') && !line.ends_with('\\')) {
+        // A mark must not become part of a name that goes over lines.
+        if (!line.starts_with('#') && !line.ends_with('\\') && !isInInclude(shader, end)) {
             marked += std::string(lineMark) + shader.path + ':' + std::to_string(number);
         }
         marked += ending;

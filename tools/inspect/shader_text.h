@@ -11,8 +11,9 @@
 namespace dunkman::inspect {
 
 struct ShaderInclude {
-    std::size_t offset = 0;
-    std::string file; // that it names, from the current directory
+    std::size_t offset = 0; // of the directive
+    std::size_t end = 0;    // behind its closing quote
+    std::string file;       // that it names, from the current directory
 };
 
 // What the shader preprocessor finds in one file.
