@@ -27,11 +27,13 @@ void deleteArrayBlock(JsonArrayBlock* block) {
 }
 
 JsonArrayBlock* copyArrayBlock(JsonArrayBlock& block) {
-    JsonArrayBlock* const copy = newArrayBlock(block.capacity);
+    // Owned while elements are copied, for which memory may not suffice.
+    std::unique_ptr<JsonArrayBlock, decltype(&deleteArrayBlock)> copy(newArrayBlock(block.capacity),
+                                                                      deleteArrayBlock);
     for (; copy->count < block.count; ++copy->count) {
         new (copy->elements() + copy->count) JsonValue(block.elements()[copy->count]);
     }
-    return copy;
+    return copy.release();
 }
 
 void growArrayBlock(JsonArrayBlock*& block) {
