@@ -106,21 +106,37 @@ class Film(unittest.TestCase):
         self.assertAlmostEqual(float(audio["duration"]), 2.0, delta=0.020)
         self.assertEqual(os.listdir(self.folder), ["a film.mp4"])
 
-    def test_shows_the_step_of_its_time_from_the_first_to_the_last(self):
-        wanted = [0, 60, 119]
-        pictures = {}
-        for number in [0, 40, 60, 80, 119]:
-            pictures[number] = os.path.join(self.folder, f"{number}.ppm")
+    def drawn(self, numbers):
+        """The game's own pictures of these steps, counted from the film's first: red, green and blue from the top."""
+        paths = {number: os.path.join(self.folder, f"{number}.ppm") for number in numbers}
         words = []
-        for number in pictures:
-            words += ["--picture", f"{self.first + number}:{pictures[number]}"]
+        for number, path in paths.items():
+            words += ["--picture", f"{self.first + number}:{path}"]
         subprocess.run([os.path.join(PROGRAMS, "dunkman-frames"), "--data", DATA, "--screen", "Loading", "--size",
                         "%dx%d" % SIZE, *words], stdout=subprocess.DEVNULL, check=True)
-        drawn = {}
-        for number, path in pictures.items():
+        pictures = {}
+        for number, path in paths.items():
             with open(path, "rb") as file:
-                drawn[number] = file.read()[-3 * SIZE[0] * SIZE[1]:]
+                pictures[number] = file.read()[-3 * SIZE[0] * SIZE[1]:]
             os.remove(path)
+        return pictures
+
+    def test_is_made_of_every_step_from_the_first_on_to_the_last_pixel(self):
+        raw = subprocess.run([os.path.join(PROGRAMS, "dunkman-film"), "--data", DATA, "--size", "%dx%d" % SIZE,
+                              "--from", str(self.first), "--steps", "3"], stdout=subprocess.PIPE,
+                             stderr=subprocess.DEVNULL, check=True).stdout
+        row, picture = 4 * SIZE[0], 4 * SIZE[0] * SIZE[1]
+        self.assertEqual(len(raw), 3 * picture)
+        expected = self.drawn([0, 1, 2])
+        self.assertEqual(len(set(expected.values())), 3)
+        for number in range(3):
+            from_below = raw[number * picture:(number + 1) * picture]
+            pixels = b"".join(from_below[y:y + row] for y in range(picture - row, -1, -row))
+            self.assertEqual(b"".join(pixels[at:at + 3] for at in range(0, picture, 4)), expected[number], number)
+
+    def test_shows_the_step_of_its_time_from_the_first_to_the_last(self):
+        wanted = [0, 60, 119]
+        drawn = self.drawn([0, 40, 60, 80, 119])
         for number in wanted:
             shown = frame(self.path, number)
             distances = {other: apart(shown, drawn[other]) for other in drawn}
