@@ -29,12 +29,13 @@ MAY_OPEN_FILES = {"libbase.a:file_contents.cpp", "libjson5.a:reader.cpp", "libre
 MAY_ASK_FOR_TIME = {"libapp.a:main_loop.cpp", "libapp.a:pace.cpp"}
 
 # Who reads scenes, recipes and recordings through json5.
-MAY_READ_JSON_FILES = {"libjson5.a:data_file.cpp", "libworld.a:scene_loader.cpp", "libassets.a:catalog.cpp", "libapp.a:recording.cpp"}
+MAY_READ_JSON_FILES = {"libjson5.a:data_file.cpp", "libworld.a:scene_loader.cpp", "libassets.a:catalog.cpp",
+                       "libapp.a:recording.cpp"}
 JSON_FILE_FUNCTION = re.compile(r"dunkman::(parseFile|loadDataFile)\(")
 
 # Compilers' own, and what the sanitizers and the coverage put in.
-COMPILERS = re.compile(r"^(_+(cxa|gxx|dso|dynamic_cast|stack_chk|assert_fail|GLOBAL_OFFSET|Unwind|tls|asan|ubsan|gcov|sanitizer|"
-                       r"chk_fail|memcpy_chk|popcount|tsan)\w*|_Z\w+|operator (new|delete).*|"
+COMPILERS = re.compile(r"^(_+(cxa|gxx|dso|dynamic_cast|stack_chk|assert_fail|GLOBAL_OFFSET|Unwind|tls|asan|ubsan|"
+                       r"gcov|sanitizer|chk_fail|memcpy_chk|popcount|tsan)\w*|_Z\w+|operator (new|delete).*|"
                        r"(vtable|typeinfo|VTT|guard variable) .*|construction vtable.*)$")
 
 
