@@ -60,7 +60,9 @@ void switchTo(ScreenId id) {
 
 void createScreens() {
     for (const ScreenKind& kind : screenKinds) {
-        writable::screenState.screenTable[kind.id] = kind.create();
+        GameScreenBase*& place =
+            writable::screenState.screenTable[kind.id]; // first: then nobody loses the screen
+        place = kind.create();
     }
 }
 
