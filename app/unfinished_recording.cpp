@@ -78,9 +78,8 @@ std::string keepUnfinishedRecording() {
     }
     const std::string text = recordingText();
     if (keepBeside(text)) {
-        return "What was recorded up to then is in recording-unfinished.json5. Renamed to recording.json5 it "
-               "is what the "
-               "game replays.";
+        return "What was recorded up to then is in recording-unfinished.json5. Renamed to recording.json5 "
+               "it is what the game replays.";
     }
     std::error_code error;
     const files::path folder = files::temp_directory_path(error);
@@ -88,8 +87,7 @@ std::string keepUnfinishedRecording() {
     if (!error && putInPlace(path, text)) {
         return "What was recorded up to then is in " + nameOf(path) +
                ", as no file can be written beside recording.json5. Moved there and renamed to "
-               "recording.json5 it is "
-               "what the game replays.";
+               "recording.json5 it is what the game replays.";
     }
     return "What was recorded is lost: neither recording-unfinished.json5 nor " + nameOf(path) +
            " can be written. Make room or allow writing before the next game.";

@@ -57,8 +57,8 @@ private:
     void countEntry() {
         if (++entryCount > maxSceneEntries) {
             fatal("The scene has more than " + std::to_string(maxSceneEntries) +
-                  " entries, those of its prefabs counted every time that one is placed. The one too many is "
-                  "in " +
+                  " entries, those of its prefabs counted every time that one is placed. The one too many "
+                  "is in " +
                   listName() +
                   ". Place fewer; most of all look for prefabs that contain others several times.");
         }
@@ -127,7 +127,7 @@ private:
     TaggedObjects loadPrefab(std::string_view name, const JsonValue& prefab) {
         if (std::find(openPrefabs.begin(), openPrefabs.end(), name) != openPrefabs.end()) {
             fatal("The prefab " + quoted(name) +
-                  " contains itself. Remove the entry in prefabs.json5 that leads " + "back to it.");
+                  " contains itself. Remove the entry in prefabs.json5 that leads back to it.");
         }
         if (openPrefabs.size() == maxPrefabDepth) {
             fatal("The prefab " + quoted(name) + " lies more than " + std::to_string(maxPrefabDepth) +
