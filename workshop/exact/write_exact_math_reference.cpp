@@ -44,8 +44,8 @@ constexpr const char* usage =
 
 } // namespace
 
-int main(int count, char** arguments) {
-    if (dunkman::console::tellAbout(count, arguments, "write_exact_math_reference", usage)) {
+int main(int argumentCount, char** arguments) {
+    if (dunkman::console::tellAbout(argumentCount, arguments, "write_exact_math_reference", usage)) {
         return 0;
     }
     const double edges[] = {0.0,
