@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "app/program.h"
+#include "app/lifecycle.h"
 #include "base/fatal.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"

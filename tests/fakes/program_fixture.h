@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/frame.h"
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "app/program.h"
+#include "app/lifecycle.h"
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"

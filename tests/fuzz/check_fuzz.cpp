@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "base/key_states.h"
 #include "json5/reader.h"

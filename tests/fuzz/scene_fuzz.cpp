@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"

@@ -22,7 +22,7 @@ CHANCE_AND_TIME = re.compile(r"std::chrono|random_device|std::(mersenne|linear_c
 # Object files that open files: each is asked before the loop begins, when the game screen is entered, or after the
 # credits.
 MAY_OPEN_FILES = {"libbase.a:file_contents.cpp", "libjson5.a:reader.cpp", "librender.a:dds.cpp",
-                  "librender.a:shader_preprocessor.cpp", "libapp.a:data_folder.cpp", "libapp.a:program.cpp",
+                  "librender.a:shader_preprocessor.cpp", "libapp.a:data_folder.cpp", "libapp.a:lifecycle.cpp",
                   "libapp.a:recording.cpp", "libapp.a:unfinished_recording.cpp"}
 
 # The only ones that ask the machine for its time: how many steps are due, and how long they took.

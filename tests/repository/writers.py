@@ -6,7 +6,7 @@ AROUND = ["tests/", "benchmarks/"]  # they play every part
 
 # The header that gives write access, and who includes it.
 WRITERS = {
-    "base/frame_state_writer.h": ["base/frame_state.cpp", "app/main_loop.cpp", "app/program.cpp", "app/recording.cpp",
+    "base/frame_state_writer.h": ["base/frame_state.cpp", "app/main_loop.cpp", "app/lifecycle.cpp", "app/recording.cpp",
                                   "app/reset.cpp"],
     "base/key_states_writer.h": ["base/key_states.cpp", "app/frame.cpp", "app/recording.cpp", "app/reset.cpp",
                                  "screens/game_screen.cpp"],
@@ -19,7 +19,7 @@ WRITERS = {
     "audio/music_writer.h": ["audio/music.cpp", "audio/sound.cpp"],
     "audio/fed_ring.h": ["audio/sound.cpp", "audio/sound_win32.cpp", "platform/simulated/audio_sim.cpp",
                          "platform/film/audio_film.cpp", "tools/sound/player_win32.cpp"],
-    "assets/catalog_writer.h": ["assets/catalog.cpp", "app/program.cpp", "app/reset.cpp", "tools/inspect/commands.cpp"],
+    "assets/catalog_writer.h": ["assets/catalog.cpp", "app/lifecycle.cpp", "app/reset.cpp", "tools/inspect/commands.cpp"],
     "screens/screen_writer.h": ["screens/screen.cpp", "screens/credits_screen.cpp"],
     "app/recording_writer.h": ["app/recording.cpp", "app/reset.cpp", "app/unfinished_recording.cpp"],
     "world/world.h": ["world/", "screens/game_screen.cpp", "app/reset.cpp", "tools/headless/trace.cpp",

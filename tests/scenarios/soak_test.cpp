@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <exception>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
 #include "screens/screen.h"

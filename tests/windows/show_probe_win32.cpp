@@ -14,7 +14,7 @@
 #include <string_view>
 
 #include "app/frame.h"
-#include "app/program.h"
+#include "app/lifecycle.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
 #include "render/gl.h"

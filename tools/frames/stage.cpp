@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "app/frame.h"
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "platform/simulated/platform_sim.h"
 #include "tools/frames/unseen.h"
 #include "tools/headless/key_script.h"

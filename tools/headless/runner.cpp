@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "platform/simulated/platform_sim.h"

@@ -4,7 +4,7 @@
 #include <exception>
 #include <vector>
 
-#include "app/program.h"
+#include "app/lifecycle.h"
 #include "app/reset.h"
 #include "base/geometry.h"
 #include "screens/screen.h"

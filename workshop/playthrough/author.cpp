@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <set>
 
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "base/frame_state.h"
 #include "base/key_states.h"

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "app/frame.h"
+#include "app/lifecycle.h"
 #include "app/main_loop.h"
-#include "app/program.h"
 #include "app/reset.h"
 #include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"

@@ -1,4 +1,4 @@
-#include "app/program.h"
+#include "app/lifecycle.h"
 
 #include <exception>
 #include <string>

@@ -8,8 +8,8 @@
 namespace dunkman {
 
 // Everything before the loop, in its fixed order, from the choice of the working directory (app/data_folder.h) and the
-// recording to the start sample of the clock. `mode` is the
-// program's compiled-in input mode, `firstScreen` the screen that is entered.
+// recording to the start sample of the clock. `mode` is the program's compiled-in input mode, `firstScreen` the screen
+// that is entered.
 void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 
 // What follows the loop: keeps an unfinished recording and says so at the end; GPU resources, then audio. Not run when a
