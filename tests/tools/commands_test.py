@@ -27,7 +27,8 @@ def run(command, *words, folder=ROOT):
 class Help(unittest.TestCase):
     def test_is_printed_on_request(self):
         for command, words in (("play", ["record", "--skip-story", "--size", "--help"]),
-                               ("test", ["tidy", "--strict", "windows-clang", "CASES"]), ("package", [".zip"])):
+                               ("test", ["tidy", "--strict", "windows-clang", "CASES"]), ("package", [".zip"]),
+                               ("make-assets", ["--check", "player bar"]), ("bench", ["--quick"])):
             result = run(command, "--help")
             self.assertEqual((result.returncode, result.stderr), (0, ""), command)
             for word in words:
@@ -36,10 +37,41 @@ class Help(unittest.TestCase):
     def test_follows_words_that_are_not_understood(self):
         for command, words in (("play", ["--louder"]), ("play", ["dance"]), ("play", ["--size"]),
                                ("play", ["--size", "big"]), ("test", ["--louder"]),
-                               ("test", ["native", "a", "b", "c"]), ("package", ["now"])):
+                               ("test", ["native", "a", "b", "c"]), ("package", ["now"]), ("make-assets", ["--all"]),
+                               ("bench", ["--slow"])):
             result = run(command, *words)
             self.assertEqual((result.returncode, result.stdout), (2, ""), words)
             self.assertIn(run(command, "--help").stdout, result.stderr)
+
+
+class MakeAssets(unittest.TestCase):
+    """With a Debian in which nothing is installed, and nothing can be."""
+
+    def missing_packages(self, *words):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, script in (("dpkg-query", "exit 1"), ("apt-get", "exit 1"), ("id", "echo 1000"), ("sudo", "exit 1")):
+                path = Path(folder) / name
+                path.write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
+                path.chmod(0o755)
+            result = subprocess.run([str(ROOT / "make-assets"), *words], capture_output=True, text=True,
+                                    stdin=subprocess.DEVNULL, check=False,
+                                    env={**os.environ, "PATH": f"{folder}:{os.environ['PATH']}"})
+        self.assertEqual(result.returncode, 1, result.stdout)
+        return {line.split()[0] for line in result.stdout.splitlines() if line.startswith("  ")}
+
+    def test_of_one_picture_asks_for_no_more_than_pictures_need(self):
+        one = self.missing_packages("player")
+        self.assertEqual(one, {"cmake", "g++", "libpng-dev", "librsvg2-bin", "ninja-build", "python3"})
+        self.assertEqual(self.missing_packages("--check", "player", "Font/A"), one)
+
+    def test_of_everything_asks_for_what_the_music_and_the_sheets_need_too(self):
+        self.assertLessEqual({"g++", "librsvg2-bin", "fluidsynth", "lame", "fonts-dejavu-core"},
+                             self.missing_packages())
+
+    def test_refuses_a_picture_that_nobody_drew_and_names_the_drawing(self):
+        for word, drawing in (("playerr", "workshop/art/images/playerr.svg"), ("Font/a", "workshop/art/font/a.svg")):
+            result = run("make-assets", word)
+            self.assertEqual((result.returncode, result.stdout), (1, f"make-assets: there is no drawing {drawing}\n"))
 
 
 class PlayARecording(unittest.TestCase):
