@@ -49,7 +49,8 @@ class MakeAssets(unittest.TestCase):
 
     def missing_packages(self, *words):
         with tempfile.TemporaryDirectory() as folder:
-            for name, script in (("dpkg-query", "exit 1"), ("apt-get", "exit 1"), ("id", "echo 1000"), ("sudo", "exit 1")):
+            for name, script in (("dpkg-query", "exit 1"), ("apt-get", "exit 1"), ("id", "echo 1000"),
+                                 ("sudo", "exit 1")):
                 path = Path(folder) / name
                 path.write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
                 path.chmod(0o755)

@@ -44,20 +44,23 @@ std::string lineOf(const KeyEvent& event) {
     return line;
 }
 
-} // namespace
-
-Performance perform(const std::vector<Intention>& plan, const Conditions& conditions, const Watcher& watch) {
+void startGame(const Conditions& conditions) {
     resetProgram();
     startUp(InputMode::Record, ScreenId::Game);
     if (conditions.prepare) {
         conditions.prepare();
     }
-    Pilot pilot(plan, conditions.reactionSteps);
+}
+
+// `fingers(iteration)`: the keys that are down in it. `planLine()`: where in the plan they are.
+template <typename Fingers, typename PlanLine>
+Performance performBy(const Fingers& fingers, const PlanLine& planLine, const Conditions& conditions,
+                      const Watcher& watch) {
     Performance performance;
     while (performance.steps < conditions.longest) {
         const std::int64_t iteration = performance.steps + 1;
         machine.clockNanoseconds = iteration * stepNanoseconds;
-        const std::set<std::int32_t>& wanted = pilot.keysForStep();
+        const std::set<std::int32_t>& wanted = fingers(iteration);
         noteChanges(machine.keysDown, wanted, iteration, performance.events);
         machine.keysDown = wanted;
         runIteration();
@@ -66,11 +69,34 @@ Performance perform(const std::vector<Intention>& plan, const Conditions& condit
             performance.died = true;
             break;
         }
-        if (watch && !watch(performance.steps - 1, pilot.line())) {
+        if (watch && !watch(performance.steps - 1, planLine())) {
             break;
         }
     }
     return performance;
+}
+
+} // namespace
+
+Performance perform(const std::vector<Intention>& plan, const Conditions& conditions, const Watcher& watch) {
+    startGame(conditions);
+    Pilot pilot(plan, conditions.reactionSteps);
+    const auto fingers = [&pilot](std::int64_t) -> const std::set<std::int32_t>& {
+        return pilot.keysForStep();
+    };
+    return performBy(
+        fingers, [&pilot] { return pilot.line(); }, conditions, watch);
+}
+
+Performance perform(headless::KeyScript keys, const Conditions& conditions, const Watcher& watch) {
+    startGame(conditions);
+    std::set<std::int32_t> down;
+    const auto fingers = [&](std::int64_t iteration) -> const std::set<std::int32_t>& {
+        keys.applyUntil(iteration, down);
+        return down;
+    };
+    return performBy(
+        fingers, [] { return 0; }, conditions, watch);
 }
 
 std::string keyScriptOf(const Performance& performance) {

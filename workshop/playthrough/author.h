@@ -31,6 +31,9 @@ struct Conditions {
 Performance perform(const std::vector<Intention>& plan, const Conditions& conditions = {},
                     const Watcher& watch = {});
 
+// The same by a key script, which knows no lines of a plan: the watcher is told 0.
+Performance perform(headless::KeyScript keys, const Conditions& conditions = {}, const Watcher& watch = {});
+
 // The performance as a key script. A replay ends in the step of its last change, so the script has none after
 // the hero's death and always one in the very step of it: every step before is then shown.
 std::string keyScriptOf(const Performance& performance);

@@ -90,6 +90,8 @@ const std::set<std::int32_t>& Pilot::keysForStep() {
 
 std::optional<Wish> Pilot::wishFor(const Intention& intention) {
     switch (intention.verb) {
+    case Verb::Act:
+        return std::nullopt;
     case Verb::Walk:
         return walkTo(intention.x, intention.y);
     case Verb::Face:

@@ -12,8 +12,9 @@ namespace dunkman::playthrough {
 namespace {
 
 const std::map<std::string_view, Verb> verbs = {
-    {"wait", Verb::Wait},   {"walk", Verb::Walk},   {"face", Verb::Face}, {"take", Verb::Take},
-    {"swing", Verb::Swing}, {"snipe", Verb::Snipe}, {"kite", Verb::Kite}, {"fight", Verb::Fight},
+    {"act", Verb::Act},     {"wait", Verb::Wait}, {"walk", Verb::Walk},
+    {"face", Verb::Face},   {"take", Verb::Take}, {"swing", Verb::Swing},
+    {"snipe", Verb::Snipe}, {"kite", Verb::Kite}, {"fight", Verb::Fight},
 };
 
 const std::map<std::string_view, FightEnd> fightEnds = {
@@ -35,6 +36,15 @@ public:
         std::string result;
         if (!(words >> result)) {
             fail("missing " + std::string(what));
+        }
+        return result;
+    }
+
+    // All that is left of the line.
+    std::string rest(std::string_view what) {
+        std::string result = word(what);
+        for (std::string next; words >> next;) {
+            result += " " + next;
         }
         return result;
     }
@@ -83,6 +93,10 @@ Intention readIntention(Words& words, Verb verb) {
     Intention intention;
     intention.verb = verb;
     switch (verb) {
+    case Verb::Act:
+        intention.x = words.number("x");
+        intention.word = words.rest("name");
+        break;
     case Verb::Wait:
     case Verb::Kite:
         intention.x = words.number("seconds");

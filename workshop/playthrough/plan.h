@@ -14,6 +14,7 @@ public:
 };
 
 enum class Verb {
+    Act,   // X NAME: here begins this act, at this x; takes no time
     Wait,  // SECONDS: no key down
     Walk,  // X Y
     Face,  // left | right
@@ -32,9 +33,9 @@ enum class FightEnd { Clear, Broken, Hearts, Kills, Seconds, Death };
 // One line of a plan: what the hero wants until it is done.
 struct Intention {
     Verb verb = Verb::Wait;
-    double x = 0.0; // the first number of the line; units, seconds or a count
-    double y = 0.0; // the second one
-    std::string word;
+    double x = 0.0;   // the first number of the line; units, seconds or a count
+    double y = 0.0;   // the second one
+    std::string word; // of a face or take, and the name of an act
     bool careful = true;
     FightEnd end = FightEnd::Clear;
     int line = 0;

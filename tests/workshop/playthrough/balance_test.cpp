@@ -4,6 +4,7 @@
 #include "base/frame_state.h"
 #include "tests/workshop/playthrough/playthrough.h"
 #include "workshop/playthrough/author.h"
+#include "workshop/playthrough/careful.h"
 #include "workshop/playthrough/senses.h"
 #include "world/arena.h"
 #include "world/camera.h"
@@ -15,36 +16,16 @@
 namespace dunkman {
 namespace {
 
-constexpr double lastFight = 85.0;
 constexpr std::int64_t fiveMinutes = 5 * 60 * 60; // steps
 constexpr int quickReaction = 12;                 // steps, 0.2 s
 
-const playthrough::Conditions oneStep = {1, 0, {}};
+const std::vector<playthrough::Intention> nobody; // presses no key
 const playthrough::Conditions humanPlayer = {fiveMinutes, quickReaction, {}};
-
-// Picks up what is nearest and takes no risks; knows nothing of the level but how far it goes.
-constexpr const char* carefulPlan = "take flamingo\n"
-                                    "walk 2 0\nfight careful clear\n"
-                                    "walk 13.8 0\nfight careful clear\n"
-                                    "walk 33.4 0\nfight careful clear\n"
-                                    "walk 42.4 0\nfight careful clear\n"
-                                    "walk 57.9 0\nfight careful clear\n"
-                                    "walk 74.4 0\nfight careful clear\n"
-                                    "walk 85.4 0\n"
-                                    "fight careful death\n";
 
 class Balance : public ShippedData {
 protected:
-    // The x of every line that starts a fight, from left to right.
-    static std::vector<double> fightLines() {
-        std::vector<double> lines;
-        playthrough::perform({}, oneStep, [&](std::int64_t, int) {
-            world.walk<Arena>([&](const Arena& arena) { lines.push_back(arena.position.x); });
-            return true;
-        });
-        std::sort(lines.begin(), lines.end());
-        lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-        return lines;
+    static std::vector<playthrough::Intention> carefulPlan() {
+        return playthrough::readPlan(playthrough::carefulPlan(), "carefulPlan");
     }
 
     // Only the fight that starts at the line is left, and the hero stands just behind it.
@@ -60,14 +41,21 @@ protected:
     }
 };
 
-TEST_F(Balance, HasSixFights) {
-    EXPECT_EQ(fightLines(), (std::vector<double>{13.5, 33.0, 42.0, 57.5, 74.0, lastFight}));
+TEST_F(Balance, EveryActAfterTheFirstHasAFight) {
+    const std::vector<playthrough::Act> beginnings = acts();
+    const std::vector<double> lines = fights();
+    for (std::size_t act = 1; act < beginnings.size(); ++act) {
+        const auto first = std::lower_bound(lines.begin(), lines.end(), beginnings[act].from);
+        ASSERT_NE(first, lines.end()) << beginnings[act].name;
+        EXPECT_TRUE(act + 1 == beginnings.size() || *first < beginnings[act + 1].from)
+            << beginnings[act].name;
+    }
 }
 
 TEST_F(Balance, CarefulPlayerReachesTheLastFightWithThreeHearts) {
     int hearts = -1;
-    const std::vector<playthrough::Intention> plan = playthrough::readPlan(carefulPlan, "carefulPlan");
-    playthrough::perform(plan, humanPlayer, [&](std::int64_t, int) {
+    const double lastFight = fights().back();
+    playthrough::perform(carefulPlan(), humanPlayer, [&](std::int64_t, int) {
         hearts = playthrough::hero().health;
         return playthrough::hero().position.x <= lastFight;
     });
@@ -76,15 +64,14 @@ TEST_F(Balance, CarefulPlayerReachesTheLastFightWithThreeHearts) {
 }
 
 TEST_F(Balance, LastFightOverrunsACarefulPlayerToo) {
-    const playthrough::Performance performance =
-        playthrough::perform(playthrough::readPlan(carefulPlan, "carefulPlan"), humanPlayer);
+    const playthrough::Performance performance = playthrough::perform(carefulPlan(), humanPlayer);
     EXPECT_TRUE(performance.died);
 }
 
 TEST_F(Balance, StandingStillIsDeathInEveryFight) {
-    for (const double line : fightLines()) {
+    for (const double line : fights()) {
         const playthrough::Performance performance =
-            playthrough::perform({}, {fiveMinutes, 0, [line] { standAt(line); }});
+            playthrough::perform(nobody, {fiveMinutes, 0, [line] { standAt(line); }});
         EXPECT_TRUE(performance.died) << "the fight that starts at x = " << line;
     }
 }

@@ -11,6 +11,7 @@
 #include "screens/screen.h"
 #include "tools/headless/key_script.h"
 #include "tools/headless/runner.h"
+#include "workshop/playthrough/author.h"
 #include "world/arena.h"
 #include "world/camera.h"
 #include "world/player.h"
@@ -99,6 +100,19 @@ ShippedData::ShippedData() : startFolder(std::filesystem::current_path()) {
 ShippedData::~ShippedData() {
     resetProgram();
     std::filesystem::current_path(startFolder);
+}
+
+std::vector<playthrough::Act> ShippedData::acts() {
+    return playthrough::actsOf(playthrough::readPlanFile("../workshop/playthrough/playthrough.plan"));
+}
+
+std::vector<double> ShippedData::fights() {
+    std::vector<double> lines;
+    playthrough::Conditions beforeTheFirstStep;
+    beforeTheFirstStep.longest = 0;
+    beforeTheFirstStep.prepare = [&lines] { lines = playthrough::fightLines(); };
+    playthrough::perform(std::vector<playthrough::Intention>(), beforeTheFirstStep);
+    return lines;
 }
 
 std::vector<StepNote> play(KeySource source, platform::ClientSize window) {

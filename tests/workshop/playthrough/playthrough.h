@@ -8,6 +8,7 @@
 
 #include "base/frame_state.h"
 #include "platform/platform.h"
+#include "workshop/playthrough/story.h"
 #include "world/object_type.h"
 
 namespace dunkman {
@@ -17,6 +18,10 @@ class ShippedData : public testing::Test {
 protected:
     ShippedData();
     ~ShippedData() override;
+
+    // Of the play-through's plan and of the scene, from left to right. The fights: the lines that start them.
+    static std::vector<playthrough::Act> acts();
+    static std::vector<double> fights();
 
 private:
     std::filesystem::path startFolder;
