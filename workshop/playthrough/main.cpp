@@ -125,7 +125,7 @@ int author(const Arguments& arguments) {
     conditions.prepare = [&] { story.emplace(playthrough::actsOf(plan), playthrough::fightLines()); };
     const playthrough::Watcher watch = [&](std::int64_t step, int planLine) {
         course.note(step, planLine);
-        story->note(planLine, playthrough::hero().position.x);
+        story->note(planLine, playthrough::hero().position.x, playthrough::cameraIsHeld());
         return true;
     };
     const Performance performance = keptKeys ? playthrough::perform(*keptKeys, conditions, watch)

@@ -55,7 +55,8 @@ Story::Story(std::vector<Act> levelActs, std::vector<double> levelFights)
     }
 }
 
-void Story::note(int line, double x) {
+void Story::note(int line, double x, bool inFight) {
+    fighting = inFight;
     planLine = line;
     heroX = x;
     furthest = std::max(furthest, x);
@@ -67,7 +68,7 @@ std::vector<std::string> Story::faults(std::int64_t steps, bool died) const {
     if (!died) {
         found.push_back(endOf(steps) + ": the hero is still alive, but he has to fall in the last fight");
     } else if (!missed.empty()) {
-        found.push_back(endOf(steps) + ": the hero dies before " + missed);
+        found.push_back(endOf(steps) + ": the hero dies" + duringFight() + " before " + missed);
     }
     for (const Act& act : acts) {
         if (std::string line = missedIn(act); !line.empty()) {
@@ -75,6 +76,12 @@ std::vector<std::string> Story::faults(std::int64_t steps, bool died) const {
         }
     }
     return found;
+}
+
+// " in the fight at x = 33," of the last one that he came to, while it is on.
+std::string Story::duringFight() const {
+    const auto next = std::find_if(fights.begin(), fights.end(), [this](double x) { return x >= furthest; });
+    return fighting && next != fights.begin() ? " in " + fightAt(*(next - 1)) + "," : "";
 }
 
 std::string Story::nameOf(const Act& act) const {

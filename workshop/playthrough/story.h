@@ -27,13 +27,14 @@ public:
     // Both from left to right. A level without acts is one act.
     Story(std::vector<Act> levelActs, std::vector<double> levelFights);
 
-    // After each step: where the hero is, and which line of the plan he follows, 0 for none.
-    void note(int planLine, double heroX);
+    // After each step: which line of the plan the hero follows, 0 for none, where he is, and whether a fight is on.
+    void note(int line, double x, bool inFight);
 
     // Of a game of so many steps: one sentence each, its end first. None if all was told.
     std::vector<std::string> faults(std::int64_t steps, bool died) const;
 
 private:
+    std::string duringFight() const;
     std::string nameOf(const Act& act) const;
     const Act& actAt(double x) const;
     std::string endOf(std::int64_t steps) const;
@@ -44,6 +45,7 @@ private:
     std::vector<double> fights;
     double heroX = 0.0;
     double furthest;
+    bool fighting = false;
     int planLine = 0;
 };
 

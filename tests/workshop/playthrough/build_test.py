@@ -64,21 +64,21 @@ class ChangedLevel(unittest.TestCase):
         self.change("recipes.json5", r'"hero": \{"_type": "Player"\}', '"hero": {"_type": "Player", "health": 0}')
         refused = [r"^workshop/playthrough/playthrough\.plan does not tell the story of this level:\n",
                    r"\n  step \d+ \(\d+\.\d s\), act \d \([A-Z]\w+[ \w]*\), x = \S+, line \d+ of the plan: "
-                   r"the hero dies before ",
+                   r"the hero dies (in the fight at x = \S+, )?before ",
                    r"\n  act 5 \(Last resort\) is not reached"]
         self.assert_refused(self.build(), *refused)
         self.assert_refused(self.build("--check"), *refused)
 
     def test_a_fight_that_the_hero_does_not_reach_stops_it(self):
         self.change("scene.json5", r"\n\]\s*$", '\n{"recipe": "arena", "position": [150, 0]},\n]\n')
-        self.assert_refused(self.build(), r": the hero dies before the fight at x = 150\n",
+        self.assert_refused(self.build(), r": the hero dies in the fight at x = 85, before the fight at x = 150\n",
                             r"\n  act 5 \(Last resort\): the fight at x = 150 is not reached\n")
 
     def test_keys_that_are_kept_are_held_against_the_level_too(self):
         self.change("recipes.json5", r'"hero": \{"_type": "Player"\}', '"hero": {"_type": "Player", "health": 0}')
         self.assert_refused(self.build("--keep-keys"),
                             r"^workshop/playthrough/playthrough\.keys does not tell the story of this level:\n",
-                            r"\n  step \d+ \(\d+\.\d s\), act \d \(.*\), x = \S+: the hero dies before ")
+                            r"\n  step \d+ \(\d+\.\d s\), act \d \(.*\), x = \S+: the hero dies ")
 
     def test_the_level_as_it_is_gives_what_is_there(self):
         result = self.build("--keep-keys")

@@ -170,7 +170,7 @@ TEST_F(Playthrough, KillsInAllFiveActs) {
 TEST_F(Playthrough, LeavesNoFightOut) {
     playthrough::Story story(acts(), fights());
     for (const StepNote& step : steps()) {
-        story.note(0, step.heroX);
+        story.note(0, step.heroX, step.cameraHeld);
     }
     EXPECT_THAT(story.faults(static_cast<std::int64_t>(steps().size()), true), testing::IsEmpty());
 }

@@ -13,10 +13,10 @@ const std::vector<Act> acts = {{-10.0, "Arrival"}, {8.0, "Bar beach"}, {28.0, "P
 const std::vector<double> fights = {13.5, 33.0, 42.5};
 
 // The hero walks there, following the line of the plan, and the game ends after a minute.
-std::vector<std::string> faultsAt(double x, int planLine, bool died) {
+std::vector<std::string> faultsAt(double x, int planLine, bool died, bool inFight = false) {
     Story story(acts, fights);
-    story.note(1, -8.0);
-    story.note(planLine, x);
+    story.note(1, -8.0, false);
+    story.note(planLine, x, inFight);
     return story.faults(3600, died);
 }
 
@@ -41,6 +41,13 @@ TEST(Story, NamesAFightThatIsNotReachedInTheAct) {
                     "act 3 (Pier): the fight at x = 42.5 is not reached"));
 }
 
+TEST(Story, NamesTheFightInWhichTheHeroDiesTooEarly) {
+    EXPECT_EQ(
+        faultsAt(23.0, 36, true, true).at(0),
+        "step 3600 (60.0 s), act 2 (Bar beach), x = 23.0, line 36 of the plan: the hero dies in the fight at "
+        "x = 13.5, before act 3 (Pier)");
+}
+
 TEST(Story, IsNotToldWhenTheHeroLives) {
     EXPECT_THAT(
         faultsAt(43.0, 60, false),
@@ -50,8 +57,8 @@ TEST(Story, IsNotToldWhenTheHeroLives) {
 
 TEST(Story, KnowsHowFarTheHeroWentBeforeHeTurnedBack) {
     Story story(acts, fights);
-    story.note(60, 43.0);
-    story.note(61, 39.0);
+    story.note(60, 43.0, true);
+    story.note(61, 39.0, true);
     EXPECT_THAT(story.faults(3600, true), IsEmpty());
 }
 
@@ -64,7 +71,7 @@ TEST(Story, SaysNothingOfAPlanThatIsDone) {
 
 TEST(Story, OfALevelWithoutActsIsAboutItsFights) {
     Story story({}, {5.0, 9.0});
-    story.note(2, 6.0);
+    story.note(2, 6.0, false);
     EXPECT_THAT(
         story.faults(60, true),
         ElementsAre("step 60 (1.0 s), the level, x = 6.0, line 2 of the plan: the hero dies before the fight "
