@@ -12,7 +12,10 @@ EXAMPLES = {"world/buoy.h", "world/buoy.cpp", "attackDamage"}
 # Names of other people's that no source of ours mentions.
 FOREIGN = re.compile(r"^(std::|gl[A-Z]|wgl[A-Z]|WM_|SC_|IAudio|IMM|MF[A-Z]|NtUser)")
 
-SCRIPTS_WITH_OPTIONS = re.compile(r"^(\./[\w-]+|tools/[\w-]+)((?: +[\w./:{}*-]+)*)$")
+# What follows a name, so far as it is plain words, options and what is quoted.
+ARGUMENTS = r"""((?: +(?:[\w./:{}*=,+-]+|'[^']*'))*)$"""
+SCRIPT_WITH_OPTIONS = re.compile(r"^(\./[\w-]+|(?:tools|workshop)/[\w/-]*[\w-])" + ARGUMENTS)
+PROGRAM_WITH_OPTIONS = re.compile(r"^(?:build/native/bin/)?(dunkman-[a-z]+)" + ARGUMENTS)
 
 
 class Project:
@@ -68,8 +71,20 @@ def spoken(text):
                 yield re.split(r"\s{2,}|  #", line.strip())[0]
 
 
+def program_faults(project, match):
+    """The options of a developer program stand in a source that names it."""
+    sources = [project.text_of(file) for file in project.files if re.match(r"(tools|workshop)/.*\.cpp$", file)]
+    usage = "".join(text for text in sources if match[1] in text)
+    for option in re.findall(r"--[\w-]+", match[2]):
+        if usage and option not in usage:
+            yield f"gives {match[1]} the option {option}, which it does not know"
+
+
 def command_faults(project, code):
-    match = SCRIPTS_WITH_OPTIONS.match(code)
+    code = re.sub(r"^([A-Z_]+=\S+ )+", "", code)
+    if program := PROGRAM_WITH_OPTIONS.match(code):
+        yield from program_faults(project, program)
+    match = SCRIPT_WITH_OPTIONS.match(code)
     if not match:
         return
     script = match[1].removeprefix("./")

@@ -9,6 +9,8 @@ FILES = {
     "docs/other.md": "# Of sand and sea\n",
     "world/beach.h": "constexpr double beachHalfDepth = 3.0;",
     "world/zombie.cpp": "",
+    "tools/look/beach": "the option --at",
+    "tools/headless/usage.cpp": 'const char* usage = "usage: dunkman-headless [--seed N]"',
     "CMakePresets.json": '"name": "native"',
     "world/CMakeLists.txt": "dunkman_program(dunkman-headless)",
 }
@@ -53,6 +55,16 @@ class Documents(unittest.TestCase):
         self.assert_fault("`./sleep`", "./sleep")
         self.assert_fault("`./play --loud`", "--loud")
         self.assert_fault("```\n./play --loud   plays it loudly\n```\n", "--loud")
+
+    def test_scripts_of_any_folder_know_their_options(self):
+        self.assert_sound("`tools/look/beach --at=-8,0 -o build/beach.png`")
+        self.assert_fault("`tools/look/beach --from=-8,0`", "--from")
+        self.assert_fault("`tools/look/sea --at=-8,0`", "tools/look/sea")
+
+    def test_developer_programs_know_their_options(self):
+        self.assert_sound("```\nbuild/native/bin/dunkman-headless --seed 1\n```\n")
+        self.assert_fault("`build/native/bin/dunkman-headless --sead 1`", "--sead")
+        self.assert_fault("`NAME=value dunkman-headless --sead 1`", "--sead")
 
     def test_presets_and_programs_are_there(self):
         self.assert_sound("`cmake --preset native`, `dunkman-headless --seed 1`")
