@@ -39,6 +39,8 @@ pulseaudio                  pulseaudio                    sound server with a nu
 pulseaudio-utils            pactl                         asks whether there is a sound server
 googletest                  /usr/src/googletest           test library, as sources
 libbenchmark-dev            /usr/include/benchmark        benchmark library
+nlohmann-json3-dev          /usr/include/nlohmann         reader to hold ours against
+rapidjson-dev               /usr/include/rapidjson        another one
 libegl-dev                  /usr/include/EGL/egl.h        draws into memory instead of a window
 libmpfr-dev                 /usr/include/mpfr.h           exact functions to hold ours against
 libpng-dev                  /usr/include/png.h            pictures that textures are made from
