@@ -22,6 +22,20 @@ def source_files():
             yield from (os.path.join(place, name) for name in names if name.endswith((".h", ".cpp")))
 
 
+def own_header_fault(path, text):
+    """A source includes the header of its name before anything else, so that its object shows that this header compiles
+    by itself: headers_alone tries only those that no source shows. A header for writers begins with the one for readers.
+    """
+    name, suffix = os.path.splitext(path)
+    own = f"{name}.h" if suffix == ".cpp" else f"{name.removesuffix('_writer')}.h"
+    if own == path or not os.path.exists(own):
+        return []
+    first = re.search(r'^#include ["<](.*?)[">]', text, re.M)
+    if first and first.group(1) in (own, f"{name}_writer.h"):
+        return []
+    return [f"{path}: includes something before its own header {own}"]
+
+
 def find_circle(graph):
     done, path = set(), []
 
@@ -62,6 +76,7 @@ def find_faults(files):
             faults.append(f"{path}: {text.count(chr(10))} lines; which second subject moved in?")
         if SYSTEM_HEADERS.search(text) and not re.search(r"_(win32|posix|sim)\.(h|cpp)$", path):
             faults.append(f"{path}: includes {SYSTEM_HEADERS.search(text).group(0)} without the suffix _win32")
+        faults += own_header_fault(path, text)
         faults += include_faults(path, text)
         faults += writer_faults(path, text, graph[path])
         if folder_of(path) not in PROGRAMS_AROUND:

@@ -117,6 +117,16 @@ class CopyOfTheProject(unittest.TestCase):
     def test_a_header_begins_with_pragma_once(self):
         self.assert_only_fault(self.faults_with("base/wrong.h", "int wrong();\n"), "base/wrong.h", "#pragma once")
 
+    def test_a_source_includes_its_own_header_first(self):
+        fault = ["render/view.cpp: includes something before its own header render/view.h"]
+        self.assertEqual(self.faults_with("render/view.cpp", '#include <cmath>\n#include "render/view.h"\n'), fault)
+        self.assertEqual(self.faults_with("render/view.cpp", '#include "render/view.h"\n#include <cmath>\n'), [])
+
+    def test_a_header_for_writers_begins_with_the_one_for_readers(self):
+        fault = ["app/recording_writer.h: includes something before its own header app/recording.h"]
+        text = '#pragma once\n#include <vector>\n#include "app/recording.h"\n'
+        self.assertEqual(self.faults_with("app/recording_writer.h", text), fault)
+
     def test_a_tab_is_caught(self):
         self.assert_only_fault(self.faults_with("base/wrong.cpp", "\tint wrong;\n"), "base/wrong.cpp", "tabs")
 
