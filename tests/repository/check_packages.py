@@ -46,7 +46,7 @@ def main():
     named = listed(text)
     for script in scripts():
         named |= asked_for(script)
-    for path in glob.glob("workshop/*/packages"):
+    for path in glob.glob("workshop/*/*packages"):
         with open(path, encoding="utf-8") as file:
             named |= set(file.read().split())
     unknown = sorted(named - described(text))
