@@ -24,8 +24,8 @@ def source_files():
 
 def own_header_fault(path, text):
     """A source includes the header of its name before anything else, so that its object shows that this header compiles
-    by itself: headers_alone tries only those that no source shows. A header for writers begins with the one for readers.
-    """
+    by itself: headers_alone tries only those that no source shows. A header for writers begins with the one for
+    readers."""
     name, suffix = os.path.splitext(path)
     own = f"{name}.h" if suffix == ".cpp" else f"{name.removesuffix('_writer')}.h"
     if own == path or not os.path.exists(own):
