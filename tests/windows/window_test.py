@@ -190,7 +190,8 @@ class Sound(WindowTest):
         game = self.start("dunkman-live.exe", WINEDLLOVERRIDES=hidden)
         game.wait_for_screen("Intro")
         self.assertEqual(game.output().count("media features"), 1, game.output())
-        self.assertEqual(game.output().count("audio:"), 1, game.output())
+        # On a busy machine a device that stopped may be told of too.
+        self.assertEqual(game.output().count("no music"), 1, game.output())
 
 
 if __name__ == "__main__":
