@@ -12,12 +12,10 @@
 #include <string_view>
 
 #include "app/lifecycle.h"
-#include "app/main_loop.h"
 #include "app/reset.h"
-#include "base/key_states.h"
 #include "json5/reader.h"
-#include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
+#include "tests/fuzz/busy_play.h"
 #include "tests/tools/broken_example.h"
 #include "tests/tools/source_shape.h"
 #include "tools/inspect/data_check.h"
@@ -30,7 +28,6 @@ namespace {
 using namespace dunkman;
 
 constexpr int gameSteps = 120;
-constexpr std::int64_t stepNanoseconds = 16666667;
 constexpr std::string_view sectionStart = "=== ";
 
 constexpr std::array<std::string_view, 10> changeableFiles = {"images_compressed.json5",
@@ -141,18 +138,7 @@ void checkMap(std::string_view text) {
 
 void play() {
     startUp(InputMode::Live, ScreenId::Game);
-    for (int step = 0; step < gameSteps && isCurrent(ScreenId::Game); ++step) {
-        auto& down = simulated::machine.keysDown;
-        down = {keys::d};
-        if (step % 20 == 1) {
-            down.insert(keys::z);
-        }
-        if (step % 5 == 2) {
-            down.insert(keys::x);
-        }
-        simulated::machine.clockNanoseconds += stepNanoseconds;
-        runIteration();
-    }
+    playBusily(gameSteps);
 }
 
 } // namespace

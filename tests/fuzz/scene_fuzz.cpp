@@ -7,27 +7,24 @@
 #include <string_view>
 
 #include "app/lifecycle.h"
-#include "app/main_loop.h"
 #include "app/reset.h"
 #include "base/fatal.h"
-#include "base/key_states.h"
 #include "json5/reader.h"
-#include "platform/simulated/platform_sim.h"
 #include "screens/screen.h"
 #include "tests/fakes/small_data.h"
+#include "tests/fuzz/busy_play.h"
 #include "world/arena.h"
 #include "world/player.h"
 #include "world/scene_loader.h"
 #include "world/world.h"
 
-// The input is a scene. It is loaded and played for a second, keys included; the game goes on or stops with a
+// The input is a scene. It is loaded and played for five seconds, keys included; the game goes on or stops with a
 // message. There is a recipe for every type, under the type's name, and the prefabs "some" and "more".
 namespace {
 
 using namespace dunkman;
 
-constexpr int gameSteps = 60;
-constexpr std::int64_t stepNanoseconds = 16666667;
+constexpr int gameSteps = 300;
 constexpr std::int32_t mostHearts = 100; // each is drawn: more would only take time
 
 std::string recipes() {
@@ -74,21 +71,11 @@ void play(std::string_view scene) {
     parseDocument(scene, report, entries);
     loadGroup(entries);
     world.applyPending();
-    for (int step = 0; step < gameSteps && isCurrent(ScreenId::Game); ++step) {
+    playBusily(gameSteps, [] {
         if (Player* hero = world.first<Player>()) {
             hero->health = std::min(hero->health, mostHearts);
         }
-        auto& down = simulated::machine.keysDown;
-        down = {keys::d};
-        if (step % 20 == 1) {
-            down.insert(keys::z);
-        }
-        if (step % 5 == 2) {
-            down.insert(keys::x);
-        }
-        simulated::machine.clockNanoseconds += stepNanoseconds;
-        runIteration();
-    }
+    });
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/platform_sim.h"
 #include "tools/console/about.h"
+#include "tools/console/fault.h"
 #include "tools/frames/arguments.h"
 #include "tools/frames/stage.h"
 
@@ -168,8 +169,7 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "the show ended before the first step that was asked for\n");
         return 1;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+        return console::endWithFault(error);
     }
     return 0;
 }

@@ -20,6 +20,7 @@
 #include "render/shader_preprocessor.h"
 #include "screens/screen.h"
 #include "tools/console/about.h"
+#include "tools/console/fault.h"
 #include "tools/frames/arguments.h"
 #include "tools/frames/stage.h"
 #include "tools/headless/options.h"
@@ -203,8 +204,7 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "the show ended before the last step that was asked for\n");
         return 1;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+        return console::endWithFault(error);
     }
     return 0;
 }

@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -11,9 +10,9 @@
 #include <utility>
 
 #include "app/reset.h"
-#include "base/fatal.h"
 #include "tools/console/about.h"
 #include "tools/console/binary_stdout.h"
+#include "tools/console/fault.h"
 #include "tools/headless/expected_trace.h"
 #include "tools/headless/options.h"
 #include "tools/headless/runner.h"
@@ -22,7 +21,6 @@ namespace {
 
 using namespace dunkman;
 
-constexpr int exitFatal = 1;
 constexpr int exitUsage = 2;
 
 // Where a trace is printed. What a full disk refuses stops the run: a trace that is not whole must not pass for one.
@@ -103,11 +101,7 @@ int main(int argumentCount, char** arguments) {
     } catch (const headless::UsageError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return exitUsage;
-    } catch (const std::bad_alloc& error) {
-        std::fprintf(stderr, "%s\n", faultMessage(error).c_str());
-        return exitFatal;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return exitFatal;
+        return console::endWithFault(error);
     }
 }

@@ -6,6 +6,7 @@
 
 #include "app/lifecycle.h"
 #include "app/reset.h"
+#include "base/fatal.h"
 #include "base/geometry.h"
 #include "screens/screen.h"
 #include "tools/inspect/arena_check.h"
@@ -37,7 +38,7 @@ void runLevel(const LevelFiles& files, Faults& faults) {
         startUp(InputMode::Live, ScreenId::Game);
         collectPlaces(files).check(faults);
     } catch (const std::exception& error) {
-        faults.add(files.scene.wholeFile(), std::string("The game stops. ") + error.what());
+        faults.add(files.scene.wholeFile(), "The game stops. " + faultMessage(error));
     }
     resetProgram();
 }

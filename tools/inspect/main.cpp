@@ -11,13 +11,13 @@
 #include "platform/simulated/platform_sim.h"
 #include "tools/console/about.h"
 #include "tools/console/binary_stdout.h"
+#include "tools/console/fault.h"
 #include "tools/inspect/commands.h"
 
 namespace {
 
 using namespace dunkman;
 
-constexpr int exitFatal = 1;
 constexpr int exitUsage = 2;
 
 constexpr const char* usage =
@@ -136,7 +136,6 @@ int main(int argumentCount, char** argumentWords) {
         std::fprintf(stderr, "%s\n%s", error.what(), usage);
         return exitUsage;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return exitFatal;
+        return console::endWithFault(error);
     }
 }

@@ -10,6 +10,7 @@
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "tools/console/about.h"
+#include "tools/console/fault.h"
 #include "tools/headless/key_script.h"
 #include "tools/headless/runner.h"
 #include "workshop/playthrough/author.h"
@@ -163,7 +164,6 @@ int main(int argumentCount, char** words) {
     try {
         return arguments.careful ? playCarefully(arguments) : author(arguments);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+        return console::endWithFault(error);
     }
 }
