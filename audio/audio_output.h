@@ -34,6 +34,7 @@ private:
     CallResult open();
     CallResult startThread();
     void letGo();
+    void releaseClient();
     static unsigned long runThread(void* output);
 
     SystemCalls& calls;

@@ -80,6 +80,8 @@ unsigned long AudioOutput::runThread(void* output) {
     {
         WindowsPlaybackDevice device(self);
         playRing(self.ring, device, self.hasDevice, self.stopRequested);
+        // Here, where a system that does not answer holds up nobody, rather than by whoever lets go last.
+        self.releaseClient();
     }
     if (task != nullptr) {
         AvRevertMmThreadCharacteristics(task);
@@ -115,8 +117,13 @@ AudioOutput::~AudioOutput() {
     if (format != nullptr) {
         calls.freeFormat(format);
     }
+    releaseClient();
+}
+
+void AudioOutput::releaseClient() {
     if (client != nullptr) {
         client->Release();
+        client = nullptr;
     }
 }
 

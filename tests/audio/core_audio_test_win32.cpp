@@ -331,6 +331,14 @@ TEST(CoreAudioStop, LeavesAHangingThreadToItself) {
               stopBound);
 }
 
+TEST(CoreAudioStop, LeavesAStreamThatWillNotCloseToTheThread) {
+    EXPECT_LT(bestStop({.closeBlocksFor = 700},
+                       [](FakeCoreAudio& machine) {
+                           ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
+                       }),
+              stopBound);
+}
+
 TEST(CoreAudioStop, SaysWhetherTheThreadHasEnded) {
     FakeCoreAudio machine({.renderBlocksFor = 700});
     AudioOutput* const output = started(machine);

@@ -113,6 +113,11 @@ class FakeClient : public Counted<IAudioClient3> {
 public:
     using Counted::Counted;
 
+    ULONG STDMETHODCALLTYPE Release() override {
+        Sleep(hasStopped ? state.script.closeBlocksFor : 0);
+        return Counted::Release();
+    }
+
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         *object = nullptr;
         if (id == __uuidof(IAudioClient3)) {
@@ -156,7 +161,10 @@ public:
         return state.note("GetDevicePeriod");
     }
     HRESULT STDMETHODCALLTYPE Start() override { return state.note("Start"); }
-    HRESULT STDMETHODCALLTYPE Stop() override { return state.note("Stop"); }
+    HRESULT STDMETHODCALLTYPE Stop() override {
+        hasStopped = true;
+        return state.note("Stop");
+    }
     HRESULT STDMETHODCALLTYPE SetEventHandle(HANDLE event) override {
         state.event = event;
         return state.note("SetEventHandle");
@@ -210,6 +218,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetCurrentSharedModeEnginePeriod(WAVEFORMATEX**, UINT32*) override {
         return state.note("GetCurrentSharedModeEnginePeriod");
     }
+
+private:
+    std::atomic<bool> hasStopped = false;
 };
 
 class FakeDevice : public Counted<IMMDevice> {

@@ -16,6 +16,7 @@ public:
         bool hasLowLatency = true; // whether the client answers to IAudioClient3
         std::uint32_t bufferFrames = 1056;
         unsigned renderBlocksFor = 0; // milliseconds that ReleaseBuffer hangs
+        unsigned closeBlocksFor = 0;  // and Release of a client that has been stopped
     };
 
     explicit FakeCoreAudio(Script script);
