@@ -38,6 +38,7 @@ TEST_F(ScreenFlow, HasSevenScreensThatKeepTheirNumbers) {
         EXPECT_EQ(screenName(screenState.screenTable.at(static_cast<ScreenId>(id))),
                   names[static_cast<std::size_t>(id)]);
     }
+    EXPECT_EQ(screenName(nullptr), "none");
 }
 
 TEST_F(ScreenFlow, LoadingLeavesAtFiveAndAHalfSecondsNotBefore) {

@@ -394,6 +394,15 @@ TEST_F(ArenaTest, ARecipeThatMakesNoZombieStopsTheGame) {
                                testing::HasSubstr("makes no Zombie")));
 }
 
+TEST_F(ArenaTest, ARecipeWithAnUnknownPictureStopsTheGameAndTellsWhoLetsItIn) {
+    writable::assetCatalog.recipes = json("{zombie: {_type: 'Zombie', imageKey: 'nobody'}}").objectValue();
+    addCamera();
+    addArena();
+    EXPECT_THAT(messageOf([] { step(2); }),
+                testing::AllOf(testing::HasSubstr("\"nobody\""), testing::HasSubstr("\"zombie\""),
+                               testing::HasSubstr("Arena at (0, 0) lets in")));
+}
+
 TEST_F(ArenaTest, AMissingRecipeStopsTheGame) {
     writable::assetCatalog.recipes.clear();
     addCamera();
