@@ -4,6 +4,7 @@ option(DUNKMAN_TESTS "Build the tests, where GoogleTest is" ON)
 option(DUNKMAN_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)
 option(DUNKMAN_FUZZERS "Build the libFuzzer targets (Clang only)" OFF)
 option(DUNKMAN_WARNINGS_AS_ERRORS "Stop the build at a warning; for the project's own checks, not for a person's build" OFF)
+option(DUNKMAN_COVERAGE "Count which lines and branches run (Clang only); tools/coverage reads the counts" OFF)
 set(DUNKMAN_SANITIZE "" CACHE STRING "Comma-separated sanitizers for all code, for example address,undefined")
 
 set(CMAKE_CXX_STANDARD 20)
@@ -57,6 +58,12 @@ if(DUNKMAN_SANITIZE)
     if(CMAKE_BUILD_TYPE STREQUAL "Debug")
         add_compile_options(-O1)
     endif()
+endif()
+
+if(DUNKMAN_COVERAGE)
+    target_compile_options(dunkman_flags INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+    add_link_options(-fprofile-instr-generate)
+    set(CMAKE_CXX_FLAGS_RELEASE "-O1 -DNDEBUG") # counting is exact at any level
 endif()
 
 if(DUNKMAN_FUZZERS)

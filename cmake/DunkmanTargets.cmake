@@ -24,6 +24,9 @@ add_library(dunkman_test_flags INTERFACE)
 if(NOT MSVC)
     target_compile_options(dunkman_test_flags INTERFACE -O0 -g1)
 endif()
+if(DUNKMAN_COVERAGE) # of the game, not of its tests
+    target_compile_options(dunkman_test_flags INTERFACE -fno-profile-instr-generate -fno-coverage-mapping)
+endif()
 
 # dunkman_test(NAME SOURCES ... [LINKS ...] [TIMEOUT SECONDS]): one GoogleTest program, one CTest entry.
 # Tests run in the source folder, so that "data" and "tests/..." are found by relative paths.

@@ -15,6 +15,9 @@ packages_native_tests="$packages_tests $packages_film libmpfr-dev libpng-dev lib
 packages_style="clang-format clang-tidy shellcheck pyflakes3 pycodestyle git python3-numpy"
 packages_tidy="clang-tidy git googletest libbenchmark-dev libmpfr-dev libpng-dev g++-mingw-w64-x86-64-posix python3"
 packages_sanitize_tests="$packages_tests libmpfr-dev libpng-dev librsvg2-bin khronos-api glslang-tools"
+packages_coverage="clang llvm libclang-rt-dev cmake ninja-build $packages_tests $packages_film libmpfr-dev libpng-dev librsvg2-bin"
+packages_soak="$packages_sanitize_build $packages_windows_build $packages_windows_tests $packages_sound"
+packages_valgrind="valgrind $packages_native_build $packages_tests $packages_film libmpfr-dev libpng-dev librsvg2-bin libbenchmark-dev"
 
 # Each: the name in Debian 12 and 13, what shows that it is there (a command, a file, or - for what cannot be seen), and
 # what it is for. On other systems this list is what people are told.
@@ -23,6 +26,8 @@ g++                         g++                           compiler of the native
 g++-mingw-w64-x86-64-posix  x86_64-w64-mingw32-g++-posix  compiler and libraries of the Windows programs
 clang                       clang++                       second compiler, and the one with the sanitizers
 libclang-rt-dev             -                             address, undefined-behaviour and thread sanitizer
+llvm                        llvm-cov                      counts of the lines and branches that ran
+valgrind                    valgrind                      finds uses of memory that is not there or holds no value
 cmake                       cmake                         build files, 3.25 or later
 ninja-build                 ninja                         builds
 wine                        wine                          runs the Windows programs
