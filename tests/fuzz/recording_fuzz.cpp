@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "app/main_loop.h"
 #include "app/lifecycle.h"
+#include "app/main_loop.h"
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "platform/simulated/platform_sim.h"

@@ -13,8 +13,8 @@
 #include <gtest/gtest.h>
 
 #include "app/frame.h"
-#include "app/main_loop.h"
 #include "app/lifecycle.h"
+#include "app/main_loop.h"
 #include "app/recording_writer.h"
 #include "app/reset.h"
 #include "base/key_states.h"

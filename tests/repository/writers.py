@@ -39,7 +39,7 @@ RESETS = {
                       "tests/platform/shown_sprite_test.cpp"],
     "resetGlFunctions": ["render/gl", "render/renderer.cpp", "tests/render/gl_loader_test.cpp"],
     "resetMainLoop": ["app/main_loop", "app/reset.cpp"],
-    "resetMachine": ["platform/", "app/reset.cpp", "tests/platform/film_test.cpp",
+    "resetMachine": ["platform/", "app/reset.cpp", "tests/platform/film_test.cpp", "tests/windows/ten_shows_win32.cpp",
                      "tests/platform/shown_sprite_test.cpp"],
 }
 
