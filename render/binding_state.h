@@ -9,6 +9,7 @@ class MaterialBase;
 struct BindingState {
     const ProgramBase* currentProgram = nullptr;   // last passed to glUseProgram; null: none
     const MaterialBase* currentMaterial = nullptr; // whose values were last uploaded; null: none
+    bool isScissored = false;                      // whether a scissor rectangle is in force
 };
 
 extern const BindingState& bindingState;

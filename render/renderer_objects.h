@@ -7,6 +7,7 @@
 #include "render/mesh.h"
 #include "render/program.h"
 #include "render/sampler.h"
+#include "render/view.h"
 
 namespace dunkman {
 
@@ -31,6 +32,7 @@ struct RendererObjects {
     Mesh quad;
     Sampler sampler;
     SpriteUniforms uniforms;
+    Matrix4 view{}; // what uViewProjection was last set to
 };
 
 extern std::unique_ptr<RendererObjects> rendererObjects; // null: no renderer

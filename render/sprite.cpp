@@ -1,10 +1,13 @@
 #include "render/sprite.h"
 
+#include <array>
 #include <cassert>
 
-#include "exact/exact_math.h"
 #include "render/binding_state.h"
+#include "render/placement.h"
 #include "render/renderer_objects.h"
+#include "render/scissor.h"
+#include "render/visible_part.h"
 
 namespace dunkman {
 namespace {
@@ -25,27 +28,28 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
         material.applyRenderState();
         material.bind();
     }
-    const double width = scale.x * size.x;
-    const double height = scale.y * size.y;
     if (mirrorX) {
         pivot.x = 1.0 - pivot.x;
     }
-    const double radians = clockwiseRadians(angle);
+    const Placement placement = placementOf(position, size, pivot, scale, angle);
     const std::uint32_t flags =
         (static_cast<std::uint32_t>(mode) * 2 + (mirrorY ? 1u : 0u)) * 2 + (mirrorX ? 1u : 0u);
 
     const SpriteUniforms& uniforms = objects.uniforms;
-    // The minus signs stand outside the products: a pivot of 0 gives -0.0.
-    material.setUniform(uniforms.destMinAndSize,
-                        UniformValue(floatsOf(-(pivot.x * width), -(pivot.y * height), width, height)));
-    material.setUniform(uniforms.posCosSin,
-                        UniformValue(floatsOf(position.x, position.y, exactCos(radians), exactSin(radians))));
+    material.setUniform(uniforms.destMinAndSize, UniformValue(placement.destMinAndSize));
+    material.setUniform(uniforms.posCosSin, UniformValue(placement.posCosSin));
     material.setUniform(uniforms.mirrorFlags, UniformValue(flags));
     material.setUniform(uniforms.texture, UniformValue(SampledTexture{&texture, &objects.sampler}));
     material.setUniform(uniforms.zOffset, UniformValue(static_cast<float>(zOffset)));
     material.setUniform(uniforms.gammaGainSaturation, UniformValue(floatsOf(gamma, gain, saturation)));
     material.setUniform(uniforms.tint, UniformValue(floatsOf(tintR, tintG, tintB)));
-    objects.quad.draw();
+    if (const auto part = visiblePart(texture, mirrorX, mirrorY, placement, objects.view);
+        part && !bindingState.isScissored) {
+        const Scissor scissor(*part);
+        objects.quad.draw();
+    } else {
+        objects.quad.draw();
+    }
 }
 
 void draw(const Sprite& sprite) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "render/handle.h"
+#include "render/texture_coverage.h"
 
 namespace dunkman {
 
@@ -14,6 +15,7 @@ public:
     std::uint32_t width = 0;               // texels
     std::uint32_t height = 0;              // texels
     std::uint8_t levels = 1;
+    CoverageByLevel coverage;
 
     Texture2D() = default;
 

@@ -10,6 +10,7 @@ namespace dunkman {
 
 void setViewProjection(const Matrix4& matrix) {
     assert(rendererObjects != nullptr);
+    rendererObjects->view = matrix;
     rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
 }
 

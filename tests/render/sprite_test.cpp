@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 #include "base/frame_state_writer.h"
 #include "render/renderer_objects.h"
+#include "render/scissor.h"
 #include "render/view.h"
 #include "tests/render/sprite_scene.h"
 
@@ -170,6 +173,82 @@ TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
         EXPECT_NE(call.rfind("glUniform3fv(7", 0), 0u);
     }
     EXPECT_EQ(scene.takeSprites().size(), 1u);
+}
+
+// A picture of 160 by 80 pixels that shows 16 by 8 units about the origin: ten pixels a unit.
+class SpriteWithBorders : public SpriteDrawing {
+protected:
+    SpriteWithBorders() {
+        writable::frameState.clientWidth = 160;
+        writable::frameState.clientHeight = 80;
+        setViewProjection({0.125f, 0, 0, 0, 0, 0.25f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1});
+        for (TextureCoverage& coverage : bordered.coverage) {
+            coverage = {.left = 16, .top = 24, .right = 24, .bottom = 8};
+        }
+    }
+    ~SpriteWithBorders() override { writable::frameState = {}; }
+
+    // What is said about scissors while a sprite is drawn, and that it is drawn.
+    std::vector<std::string> drawnWithin(const Sprite& sprite) {
+        scene.gl.calls.clear();
+        draw(sprite);
+        std::vector<std::string> found;
+        for (const std::string& call : scene.gl.takeCalls()) {
+            if (call.find("cissor") != std::string::npos || call.find("SCISSOR") != std::string::npos ||
+                call.rfind("glDrawArrays", 0) == 0) {
+                found.push_back(call);
+            }
+        }
+        return found;
+    }
+
+    Sprite upright() {
+        return {.texture = bordered, .mirrorY = true, .size = {4.0, 4.0}, .pivot = {0.0, 0.0}};
+    }
+
+    static constexpr const char* drawCall = "glDrawArrays(5, 0, 4)";
+    Texture2D bordered = SpriteScene::texture(40, 64, 64);
+};
+
+TEST_F(SpriteWithBorders, IsDrawnOnlyWhereItCanBeSeen) {
+    EXPECT_THAT(drawnWithin(upright()), ElementsAre("glScissor(89, 44, 17, 22)", "glEnable(GL_SCISSOR_TEST)",
+                                                    drawCall, "glDisable(GL_SCISSOR_TEST)"));
+}
+
+TEST_F(SpriteWithBorders, MirrorsItsBordersWithThePicture) {
+    Sprite mirrored = upright();
+    mirrored.mirrorX = true;
+    mirrored.pivot.x = 1.0; // which mirroring makes 0
+    mirrored.mirrorY = false;
+    EXPECT_EQ(drawnWithin(mirrored).front(), "glScissor(94, 54, 17, 22)");
+}
+
+TEST_F(SpriteWithBorders, TurnsItsBordersWithThePicture) {
+    Sprite turned = upright();
+    turned.angle = 90.0;
+    EXPECT_EQ(drawnWithin(turned).front(), "glScissor(53, 48, 23, 18)");
+}
+
+TEST_F(SpriteWithBorders, IsDrawnWholeWhereThatSparesNothing) {
+    Sprite small = upright();
+    small.scale = {0.5, 0.5}; // a few hundred pixels
+    EXPECT_THAT(drawnWithin(small), ElementsAre(drawCall));
+    Sprite outOfView = upright();
+    outOfView.position = {20.0, 0.0};
+    EXPECT_THAT(drawnWithin(outOfView), ElementsAre(drawCall));
+    bordered.coverage = {};
+    EXPECT_THAT(drawnWithin(upright()), ElementsAre(drawCall));
+}
+
+TEST_F(SpriteWithBorders, IsDrawnWholeWhereItsPlaceIsNoNumber) {
+    Sprite lost = upright();
+    lost.position = {std::nan(""), 0.0};
+    EXPECT_THAT(drawnWithin(lost), ElementsAre(drawCall));
+}
+
+TEST_F(SpriteWithBorders, LeavesAScissorAloneThatIsInForce) {
+    const Scissor scissor({0, 0, 50, 50});
+    EXPECT_THAT(drawnWithin(upright()), ElementsAre(drawCall));
 }
 
 class ScreenProjection : public SpriteDrawing {

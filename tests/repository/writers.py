@@ -11,7 +11,7 @@ WRITERS = {
     "base/key_states_writer.h": ["base/key_states.cpp", "app/frame.cpp", "app/recording.cpp", "app/reset.cpp",
                                  "screens/game_screen.cpp"],
     "render/binding_state_writer.h": ["render/binding_state.cpp", "render/material.cpp", "render/program.cpp",
-                                      "render/renderer.cpp", "tools/frames/main.cpp"],
+                                      "render/renderer.cpp", "render/scissor.cpp", "tools/frames/main.cpp"],
     "render/image_table_writer.h": ["render/image_table.cpp", "render/renderer.cpp", "assets/catalog.cpp",
                                     "tools/reference/class_defaults.cpp"],
     "render/renderer_objects.h": ["render/renderer.cpp", "render/sprite.cpp", "render/view.cpp",
