@@ -1,9 +1,11 @@
 #include "screens/game_screen.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 
 #include "base/frame_state_writer.h"
+#include "render/gl.h"
 #include "tests/fakes/program_fixture.h"
 #include "tests/screens/draw_line.h"
 #include "world/camera.h"
@@ -128,6 +130,36 @@ TEST_F(GameScreenTest, WorldViewLooksFromTenUnitsAtTheCamerasPoint) {
     const double halfHeight = 10.0 * std::tan(0.5 * std::atan(10.125 / 10.0));
     EXPECT_NEAR(project(3.0, 2.0 + halfHeight).second, 1.0, 1e-5);
     EXPECT_NEAR(project(3.0 + halfHeight * 16.0 / 9.0, 2.0).first, 1.0, 1e-5);
+}
+
+// What glScissor was told last.
+std::array<GLint, 4> lastScissor;
+void noteScissor(GLint x, GLint y, GLsizei width, GLsizei height) { lastScissor = {x, y, width, height}; }
+
+TEST_F(GameScreenTest, DrawsTheBackdropOnlyWhereTheWorldLeavesItOpen) {
+    writable::frameState.clientWidth = 1600;
+    writable::frameState.clientHeight = 900;
+    glScissor = noteScissor;
+    renderLines();
+    EXPECT_EQ(lastScissor, (std::array<GLint, 4>{0, 0, 1600, 900}));
+
+    OwnedObject added = createObject(ObjectType::Drawable);
+    auto& ground = static_cast<Drawable&>(*added);
+    ground.useImage("sunset"); // any that is opaque
+    const Camera& camera = *world.first<Camera>();
+    ground.position = {std::floor(camera.position.x), std::floor(camera.position.y + camera.offset.y)};
+    ground.pivot = {0.5, 1.0};
+    ground.size = {64.0, 64.0};
+    world.queueAdd(std::move(added));
+    world.applyPending();
+    renderLines();
+    EXPECT_GT(lastScissor[1], 400) << "the lower half is hidden";
+    EXPECT_LT(lastScissor[1], 450);
+    EXPECT_EQ(lastScissor[1] + lastScissor[3], 900);
+
+    ground.tilt = 10.0; // its edges could be anywhere
+    renderLines();
+    EXPECT_EQ(lastScissor, (std::array<GLint, 4>{0, 0, 1600, 900}));
 }
 
 TEST_F(GameScreenTest, InterfaceAndWorldViewsAreIndependent) {
