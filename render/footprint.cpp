@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "base/frame_state.h"
@@ -30,15 +31,20 @@ std::optional<Footprint> footprintOf(const Placement& placement, const Matrix4& 
         return Vec2{plane->rightward.x * x + plane->upward.x * y,
                     plane->rightward.y * x + plane->upward.y * y};
     };
-    const auto& [dest, place] = placement;
-    const double cosine = place[2];
-    const double sine = place[3];
-    const auto turned = [&](double x, double y) { return way(cosine * x + sine * y, cosine * y - sine * x); };
-    const Vec2 position = way(place[0], place[1]);
-    const Vec2 toCorner = turned(dest[0], dest[1]);
+    const auto dest = [&placement](std::size_t index) {
+        return static_cast<double>(placement.destMinAndSize[index]);
+    };
+    const auto place = [&placement](std::size_t index) {
+        return static_cast<double>(placement.posCosSin[index]);
+    };
+    const auto turned = [&](double x, double y) {
+        return way(place(2) * x + place(3) * y, place(2) * y - place(3) * x);
+    };
+    const Vec2 position = way(place(0), place(1));
+    const Vec2 toCorner = turned(dest(0), dest(1));
     return Footprint{{plane->origin.x + position.x + toCorner.x, plane->origin.y + position.y + toCorner.y},
-                     turned(dest[2], 0.0),
-                     turned(0.0, dest[3])};
+                     turned(dest(2), 0.0),
+                     turned(0.0, dest(3))};
 }
 
 double texelsPerPixel(const Footprint& footprint, const Texture2D& texture) {
