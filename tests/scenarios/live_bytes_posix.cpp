@@ -7,6 +7,7 @@
 #include <fstream>
 
 // The address sanitizer's own allocator, where the program has it.
+// NOLINTNEXTLINE(readability-identifier-naming,bugprone-reserved-identifier): its name there
 extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace dunkman {

@@ -48,6 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, BrokenDataCheck, testing::ValuesIn(brokenExam
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest looks for this name
 void PrintTo(const BrokenExample& example, std::ostream* out) { *out << example.name; }
 
 } // namespace dunkman
