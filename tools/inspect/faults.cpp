@@ -25,6 +25,7 @@ std::vector<std::string> Faults::lines() const {
     std::stable_sort(sorted.begin(), sorted.end(),
                      [&key](const Fault* left, const Fault* right) { return key(left) < key(right); });
     std::vector<std::string> lines;
+    lines.reserve(sorted.size());
     for (const Fault* fault : sorted) {
         lines.push_back(fault->spot.file + ':' + std::to_string(fault->spot.line) + ':' +
                         std::to_string(fault->spot.column) + ": " + fault->message);
