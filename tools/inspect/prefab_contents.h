@@ -36,7 +36,7 @@ public:
 private:
     struct Opened;
 
-    void lookInto(std::string_view name);
+    void lookInto(std::string_view outermost);
     void reportCycle(const Opened& prefab, std::size_t entry);
     void reportLimits(const LocatedMember& prefab);
     Contents ofEntry(const Located& entry) const;

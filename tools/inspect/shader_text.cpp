@@ -36,8 +36,9 @@ ShaderText scanShader(const std::string& path, std::string text) {
                 shader.openInclude = cursor;
                 break;
             }
-            const std::string name(view.substr(nameStart, nameEnd - nameStart));
-            shader.includes.push_back({cursor, nameEnd + 1, reducedIncludePath(path + "\\..\\" + name)});
+            std::string formedPath = path + "\\..\\";
+            formedPath += view.substr(nameStart, nameEnd - nameStart);
+            shader.includes.push_back({cursor, nameEnd + 1, reducedIncludePath(formedPath)});
             cursor = nameEnd + 1;
         } else {
             ++cursor;
