@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 #include "base/fatal.h"
 #include "base/file_contents.h"
@@ -61,7 +62,7 @@ template <typename Take> void forEachUpload(const DdsHeader& header, Take take) 
 // A header may promise four billion levels, so the walk stops at the first one that the file lacks.
 void requireAllLevels(const DdsImage& image, const std::string& fileName) {
     forEachUpload(image.header, [&](const DdsUpload& upload) {
-        if (upload.offset + upload.bytes > image.pixels.size()) {
+        if (upload.offset + upload.bytes > image.pixels().size()) {
             reject(fileName, "ends too early: level " + std::to_string(upload.level) + " of " +
                                  std::to_string(image.header.mipMapCount) + " is not all there");
         }
@@ -83,7 +84,8 @@ void requireSaneHeader(const DdsHeader& header, const std::string& fileName) {
 
 } // namespace
 
-DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName) {
+DdsImage parseDds(std::string file, const std::string& fileName) {
+    std::span<const std::byte> bytes = std::as_bytes(std::span(file));
     if (bytes.size() < magicBytes || WordReader(bytes).next() != ddsMagic) {
         reject(fileName, "is no DDS file");
     }
@@ -103,7 +105,8 @@ DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName)
         bytes = bytes.subspan(extensionBytes);
     }
     requireSaneHeader(image.header, fileName);
-    image.pixels.assign(bytes.begin(), bytes.end());
+    image.headerBytes = file.size() - bytes.size();
+    image.bytes = std::move(file);
     requireAllLevels(image, fileName);
     if (image.header.mipMapCount > maxDdsLevels) {
         reject(fileName, "has a mip map count of " + std::to_string(image.header.mipMapCount) + "; up to " +
@@ -114,11 +117,11 @@ DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName)
 
 DdsImage readDds(const std::string& path) {
     return namingFile(path, [&path] {
-        const FileContents file = readDataFile(path, maxDdsFileBytes);
+        FileContents file = readDataFile(path, maxDdsFileBytes);
         if (file.fault != FileFault::None) {
             reject(path, file.bytes.empty() ? "cannot be opened" : "cannot be read");
         }
-        return parseDds(std::as_bytes(std::span(file.bytes)), path);
+        return parseDds(std::move(file.bytes), path);
     });
 }
 

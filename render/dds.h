@@ -40,7 +40,11 @@ inline constexpr std::uint32_t maxDdsFileBytes = 256u
 struct DdsImage {
     DdsHeader header{};
     std::array<std::uint32_t, 5> extension{}; // the words of "DX10", kept but used by nobody
-    std::vector<std::byte> pixels;            // all bytes behind the headers
+    std::string bytes;                        // the whole file
+    std::size_t headerBytes = 0;              // of it, before the pixels
+
+    // All bytes behind the headers.
+    std::span<const std::byte> pixels() const { return std::as_bytes(std::span(bytes)).subspan(headerBytes); }
 };
 
 // One level as it goes to OpenGL.
@@ -49,7 +53,7 @@ struct DdsUpload {
     std::uint32_t width;  // texels
     std::uint32_t height; // texels
     std::uint32_t bytes;
-    std::size_t offset; // into DdsImage::pixels
+    std::size_t offset; // into the pixels
 
     friend bool operator==(const DdsUpload&, const DdsUpload&) = default;
 };
@@ -58,7 +62,7 @@ struct DdsUpload {
 // the file when it is missing, no ordinary file or too large, is no DDS file, has no texels, no levels, more extent or
 // levels than the bounds above, or ends before the last level that its header promises.
 DdsImage readDds(const std::string& path);
-DdsImage parseDds(std::span<const std::byte> bytes, const std::string& fileName);
+DdsImage parseDds(std::string file, const std::string& fileName);
 
 // Levels of storage: what the mip count's low 8 bits say, but no more than halving the larger extent down to 1 gives.
 std::uint32_t ddsStorageLevels(const DdsHeader& header);

@@ -23,7 +23,7 @@ Texture2D::Texture2D(const std::string& path) {
         glCompressedTextureSubImage2D(name, static_cast<GLint>(upload.level), 0, 0,
                                       static_cast<GLsizei>(upload.width), static_cast<GLsizei>(upload.height),
                                       internalFormat, static_cast<GLsizei>(upload.bytes),
-                                      image.pixels.data() + upload.offset);
+                                      image.pixels().data() + upload.offset);
     }
 }
 

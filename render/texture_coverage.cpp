@@ -12,36 +12,32 @@ namespace {
 constexpr std::uint32_t blockTexels = 4;
 constexpr std::uint32_t blockBytes = 8;
 
-// A bit for each texel of a block, row after row: bit 4 y + x.
+// Texels of a DXT1 block, each a bit where the low bit of its index is: bit 2 (4 y + x).
 using BlockMask = std::uint32_t;
-constexpr BlockMask wholeBlock = 0xFFFF;
+constexpr BlockMask wholeBlock = 0x55555555;
+constexpr BlockMask firstRow = 0x55;
+constexpr unsigned int rowBits = 8;
 
-// The transparent texels of a DXT1 block: those with index 3, if the first colour is not above the second.
-BlockMask transparentTexels(std::span<const std::byte, blockBytes> block) {
-    const auto byte = [block](std::size_t index) { return std::to_integer<std::uint32_t>(block[index]); };
-    if ((byte(0) | byte(1) << 8) > (byte(2) | byte(3) << 8)) {
-        return 0;
-    }
-    const std::uint32_t indices = byte(4) | byte(5) << 8 | byte(6) << 16 | byte(7) << 24;
-    const std::uint32_t threes = indices & (indices >> 1) & 0x55555555u;
-    if (threes == 0) {
-        return 0;
-    }
-    BlockMask texels = 0;
-    for (unsigned int texel = 0; texel < blockTexels * blockTexels; ++texel) {
-        texels |= (threes >> (2 * texel) & 1u) << texel;
-    }
-    return texels;
+// Two colours of 16 bits, then an index of 2 bits for each texel, little-endian.
+struct Block {
+    std::uint32_t colours;
+    std::uint32_t indices;
+};
+
+std::uint32_t wordAt(std::span<const std::byte, 4> bytes) {
+    const auto byte = [bytes](std::size_t index) { return std::to_integer<std::uint32_t>(bytes[index]); };
+    return byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
 }
 
-// The texels of a block that lie within the picture, of which this many columns and rows are left.
-BlockMask insideTexels(std::uint32_t columns, std::uint32_t rows) {
-    const BlockMask row = (1u << std::min(columns, blockTexels)) - 1u;
-    const BlockMask block = row | row << 4 | row << 8 | row << 12;
-    return rows >= blockTexels ? block : block & ((1u << (4 * rows)) - 1u);
+Block blockAt(std::span<const std::byte, blockBytes> bytes) {
+    return {wordAt(bytes.first<4>()), wordAt(bytes.last<4>())};
 }
 
-BlockMask columnsOf(BlockMask texels) { return (texels | texels >> 4 | texels >> 8 | texels >> 12) & 0xFu; }
+// Those with index 3, if the first colour is not above the second.
+BlockMask transparentTexels(const Block& block) {
+    const bool allOpaque = (block.colours & 0xFFFF) > block.colours >> 16;
+    return block.indices & block.indices >> 1 & (allOpaque ? 0 : wholeBlock);
+}
 
 // From a first one to the one behind the last.
 struct Range {
@@ -49,10 +45,84 @@ struct Range {
     std::uint32_t end = 0;
 
     bool isEmpty() const { return begin >= end; }
-    void include(std::uint32_t from, std::uint32_t to) {
-        *this = isEmpty() ? Range{from, to} : Range{std::min(begin, from), std::max(end, to)};
+    bool contains(std::uint32_t from, std::uint32_t to) const { return begin <= from && to <= end; }
+    void include(const Range& other) {
+        *this = isEmpty() ? other : Range{std::min(begin, other.begin), std::max(end, other.end)};
     }
 };
+
+// A row of blocks of a level, which has this many columns and rows of texels from here on.
+class BlockRow {
+public:
+    BlockRow(std::span<const std::byte> blockRow, std::uint32_t columns, std::uint32_t rows)
+        : bytes(blockRow), lastBlock((columns - 1) / blockTexels),
+          insideOfMost(insideTexels(blockTexels, rows)),
+          insideOfLast(insideTexels(columns - lastBlock * blockTexels, rows)) {}
+
+    std::uint32_t blocks() const { return lastBlock + 1; }
+
+    // The texels of a block that lie within the picture.
+    BlockMask inside(std::uint32_t block) const { return block < lastBlock ? insideOfMost : insideOfLast; }
+
+    // Those of them that are opaque.
+    BlockMask seen(std::uint32_t block) const {
+        const auto data = bytes.subspan(std::size_t{block} * blockBytes).first<blockBytes>();
+        return inside(block) & ~transparentTexels(blockAt(data));
+    }
+
+private:
+    // `columns` and `rows` of texels are left of the picture.
+    static BlockMask insideTexels(std::uint32_t columns, std::uint32_t rows) {
+        const BlockMask row = firstRow & ((1u << (2 * std::min(columns, blockTexels))) - 1u);
+        const BlockMask block = row | row << rowBits | row << (2 * rowBits) | row << (3 * rowBits);
+        return rows >= blockTexels ? block : block & ((1u << (rowBits * rows)) - 1u);
+    }
+
+    std::span<const std::byte> bytes;
+    std::uint32_t lastBlock;
+    BlockMask insideOfMost;
+    BlockMask insideOfLast;
+};
+
+// The columns of texels that are seen in a block.
+Range columnsOf(BlockMask seen, std::uint32_t block) {
+    const BlockMask columns =
+        (seen | seen >> rowBits | seen >> (2 * rowBits) | seen >> (3 * rowBits)) & firstRow;
+    return {block * blockTexels + static_cast<std::uint32_t>(std::countr_zero(columns)) / 2,
+            block * blockTexels + static_cast<std::uint32_t>(std::bit_width(columns) + 1) / 2};
+}
+
+// The blocks of a row laid over each other.
+struct Overlay {
+    BlockMask seenAnywhere = 0;
+    BlockMask opaqueEverywhere = wholeBlock; // what lies outside the picture counts as opaque
+};
+
+// Widens `columns` to what is seen in the row. Start-up looks at a million blocks, so it does not look longer than it
+// must: behind the left edge of a picture that is transparent at its sides only the right edge is of interest.
+Overlay lookAtRow(const BlockRow& row, Range& columns) {
+    Overlay overlay;
+    const std::uint32_t blocks = row.blocks();
+    std::uint32_t block = 0;
+    for (; block < blocks; ++block) {
+        const BlockMask seen = row.seen(block);
+        overlay.seenAnywhere |= seen;
+        overlay.opaqueEverywhere &= seen | ~row.inside(block);
+        if (seen != 0 && !columns.contains(block * blockTexels, (block + 1) * blockTexels)) {
+            columns.include(columnsOf(seen, block));
+        }
+        if (overlay.seenAnywhere == wholeBlock && overlay.opaqueEverywhere == 0) {
+            break;
+        }
+    }
+    for (std::uint32_t last = blocks; last > block + 1 && last * blockTexels > columns.end; --last) {
+        if (const BlockMask seen = row.seen(last - 1); seen != 0) {
+            columns.include(columnsOf(seen, last - 1));
+            break;
+        }
+    }
+    return overlay;
+}
 
 // What one level holds, in its own texels.
 struct LevelCoverage {
@@ -64,34 +134,21 @@ struct LevelCoverage {
 LevelCoverage lookAt(std::span<const std::byte> pixels, std::uint32_t width, std::uint32_t height) {
     LevelCoverage level;
     Range run;
-    const std::uint32_t across = (width + blockTexels - 1) / blockTexels;
+    const std::size_t rowBytes = std::size_t{(width + blockTexels - 1) / blockTexels} * blockBytes;
     for (std::uint32_t y = 0; y < height; y += blockTexels) {
-        BlockMask seenAnywhere = 0;
-        BlockMask opaqueEverywhere = wholeBlock;
-        for (std::uint32_t column = 0; column < across; ++column) {
-            const std::uint32_t x = column * blockTexels;
-            const BlockMask inside = insideTexels(width - x, height - y);
-            const BlockMask transparent = transparentTexels(pixels.first<blockBytes>());
-            pixels = pixels.subspan(blockBytes);
-            opaqueEverywhere &= ~(transparent & inside);
-            const BlockMask seen = inside & ~transparent;
-            if (seen != 0) {
-                seenAnywhere |= seen;
-                const BlockMask columns = columnsOf(seen);
-                level.columns.include(x + static_cast<std::uint32_t>(std::countr_zero(columns)),
-                                      x + static_cast<std::uint32_t>(std::bit_width(columns)));
+        const std::uint32_t rows = std::min(blockTexels, height - y);
+        const Overlay overlay = lookAtRow(BlockRow(pixels.first(rowBytes), width, rows), level.columns);
+        pixels = pixels.subspan(rowBytes);
+        for (std::uint32_t row = 0; row < rows; ++row) {
+            const BlockMask rowMask = firstRow << (rowBits * row);
+            if ((overlay.seenAnywhere & rowMask) != 0) {
+                level.rows.include({y + row, y + row + 1});
             }
-        }
-        for (std::uint32_t row = 0; row < std::min(blockTexels, height - y); ++row) {
-            const BlockMask rowMask = 0xFu << (4 * row);
-            if ((seenAnywhere & rowMask) != 0) {
-                level.rows.include(y + row, y + row + 1);
-            }
-            if ((opaqueEverywhere & rowMask) != rowMask) {
+            if ((overlay.opaqueEverywhere & rowMask) != rowMask) {
                 run = {};
                 continue;
             }
-            run.include(y + row, y + row + 1);
+            run.include({y + row, y + row + 1});
             if (run.end - run.begin > level.opaqueRows.end - level.opaqueRows.begin) {
                 level.opaqueRows = run;
             }
@@ -141,12 +198,12 @@ CoverageByLevel coverageOf(const DdsImage& image) {
             break;
         }
         const LevelCoverage level =
-            lookAt(std::span(image.pixels).subspan(upload.offset, upload.bytes), upload.width, upload.height);
+            lookAt(image.pixels().subspan(upload.offset, upload.bytes), upload.width, upload.height);
         if (const Range seen = grown(level.columns, width, upload.width); !seen.isEmpty()) {
-            columns.include(seen.begin, seen.end);
+            columns.include(seen);
         }
         if (const Range seen = grown(level.rows, height, upload.height); !seen.isEmpty()) {
-            rows.include(seen.begin, seen.end);
+            rows.include(seen);
         }
         const Range hidden = shrunk(level.opaqueRows, height, upload.height);
         opaque = {std::max(opaque.begin, hidden.begin), std::min(opaque.end, hidden.end)};

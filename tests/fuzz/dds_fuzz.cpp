@@ -1,6 +1,6 @@
 #include <cstdint>
 #include <cstdlib>
-#include <span>
+#include <string>
 
 #include "base/fatal.h"
 #include "render/dds.h"
@@ -9,13 +9,13 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace dunkman;
     try {
-        const DdsImage image = parseDds(std::as_bytes(std::span(data, size)), "fuzz.dds");
+        const DdsImage image = parseDds(std::string(data, data + size), "fuzz.dds");
         const std::uint32_t storage = ddsStorageLevels(image.header);
         if (storage == 0 || storage > image.header.mipMapCount) {
             std::abort();
         }
         for (const DdsUpload& upload : ddsUploads(image.header)) {
-            if (upload.bytes == 0 || upload.offset + upload.bytes > image.pixels.size()) {
+            if (upload.bytes == 0 || upload.offset + upload.bytes > image.pixels().size()) {
                 std::abort();
             }
         }

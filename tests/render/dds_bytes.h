@@ -1,8 +1,7 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <string>
 
 namespace dunkman {
 
@@ -13,7 +12,7 @@ struct DdsBytes {
     std::uint32_t mipMapCount = 1;
     std::uint32_t fourCc = 0x31545844; // "DXT1"
 
-    std::vector<std::byte> build() const;
+    std::string build() const;
 };
 
 } // namespace dunkman

@@ -28,9 +28,9 @@ DdsImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t levels
                     const bool seen = isSeen(upload.level, x + texel % 4, y + texel / 4);
                     indices |= (seen ? 0u : 3u) << (2 * texel);
                 }
-                image.pixels.resize(image.pixels.size() + 4); // both colours black
+                image.bytes.resize(image.bytes.size() + 4); // both colours black
                 for (unsigned int shift = 0; shift < 32; shift += 8) {
-                    image.pixels.push_back(static_cast<std::byte>(indices >> shift));
+                    image.bytes.push_back(static_cast<char>(indices >> shift & 0xFFu));
                 }
             }
         }
@@ -71,9 +71,30 @@ TEST(TextureCoverage, TakesNoTexelsBeyondThePictureForSeenOnes) {
 
 TEST(TextureCoverage, TakesOpaqueColoursForSeenWhateverTheirIndices) {
     DdsImage image = imageOf(4, 4, 1, [](auto, auto, auto) { return false; });
-    image.pixels[0] =
-        std::byte{1}; // the first colour above the second: four colours, none of them transparent
+    image.bytes[0] = 1; // the first colour above the second: four colours, none of them transparent
     EXPECT_EQ(coverageOf(image).at(0).opaqueEnd, 4);
+}
+
+// Each row has its right edge elsewhere, behind a hole.
+TEST(TextureCoverage, FindsTheRightEdgeInWhicheverRowItIs) {
+    for (std::uint32_t farthest = 0; farthest < 20; ++farthest) {
+        const DdsImage image = imageOf(80, 20, 1, [farthest](auto, auto x, auto y) {
+            return (x >= 8 && x < 16) || x == (y == farthest ? 71u : 40 + y);
+        });
+        const TextureCoverage coverage = coverageOf(image).at(0);
+        EXPECT_EQ(coverage.left, 7) << farthest;
+        EXPECT_EQ(coverage.right, 80 - 73) << farthest;
+    }
+}
+
+TEST(TextureCoverage, FindsTheFirstAndTheLastRowThatHasATexel) {
+    for (std::uint32_t row = 0; row < 12; ++row) {
+        const DdsImage image =
+            imageOf(32, 12, 1, [row](auto, auto x, auto y) { return y == row && x >= 12 && x < 20; });
+        const TextureCoverage coverage = coverageOf(image).at(0);
+        EXPECT_EQ(coverage.top, row == 0 ? 0 : row - 1) << row;
+        EXPECT_EQ(coverage.bottom, row == 11 ? 0 : 12 - (row + 2)) << row;
+    }
 }
 
 TEST(TextureCoverage, OfCoarserLevelsTakesInTheFinerOnes) {

@@ -21,9 +21,7 @@ protected:
     ~TextureLoading() override { std::filesystem::remove(path); }
 
     Texture2D load(const DdsBytes& file) {
-        const std::vector<std::byte> bytes = file.build();
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        std::ofstream(path, std::ios::binary) << file.build();
         return Texture2D(path.string());
     }
 

@@ -74,8 +74,8 @@ void checkTexture(const Spot& spot, const std::string& name, const std::string& 
             faults.add(spot, start + " is not marked as DXT1, yet the game reads it as that.");
         } else if (ddsStorageLevels(image.header) < image.header.mipMapCount) {
             faults.add(spot, start + " counts more levels than one of its size has.");
-        } else if (image.pixels.size() > end) {
-            faults.add(spot, start + " has " + std::to_string(image.pixels.size() - end) +
+        } else if (image.pixels().size() > end) {
+            faults.add(spot, start + " has " + std::to_string(image.pixels().size() - end) +
                                  " bytes behind its last level.");
         }
     } catch (const FatalError& error) {
