@@ -7,6 +7,7 @@
 #include "app/main_loop.h"
 #include "app/pace.h"
 #include "app/recording.h"
+#include "app/start_times.h"
 #include "app/unfinished_recording.h"
 #include "assets/catalog_writer.h"
 #include "audio/sound.h"
@@ -39,30 +40,39 @@ void showDarkness() {
 } // namespace
 
 void startUp(InputMode mode, ScreenId firstScreen) {
+    beginStartTimes();
     enterDataFolder(platform::programFolder());
     dropOldKeyPresses();
     writable::frameState.inputMode = mode;
     loadRecording();
+    noteStarted("recording");
 
     platform::switchDisplayMode();
     platform::openWindow();
     platform::hideCursor();
+    noteStarted("window");
     platform::createGlContext();
     platform::loadGlFunctions();
     platform::setSwapInterval();
     showDarkness();
     platform::resetArithmetic(); // the driver's libraries are in the process now
+    noteStarted("context");
 
     createRenderer();
+    noteStarted("shaders");
     writable::assetCatalog.loadAll();
+    noteStarted("pictures");
     warmUpDriver();
+    noteStarted("warm-up");
     glClearColor(0.1f, 0.2f, 0.3f, 1.0f);
 
     createScreens();
     switchTo(firstScreen);
+    noteStarted("screen");
 
     startAudio();
     loadMusicTracks();
+    noteStarted("music");
     startLoop();
 }
 
@@ -87,6 +97,7 @@ void runProgram(InputMode mode) {
         startUp(mode);
         if (platform::isWindowVisible()) {
             while (runIteration() == LoopEnd::GoOn) {
+                tellStartTimes();
                 keepRecordingNowAndThen();
             }
             endPace();

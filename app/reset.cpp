@@ -3,6 +3,7 @@
 #include "app/frame.h"
 #include "app/main_loop.h"
 #include "app/recording_writer.h"
+#include "app/start_times.h"
 #include "assets/catalog_writer.h"
 #include "audio/sound.h"
 #include "base/frame_state_writer.h"
@@ -23,6 +24,7 @@ void resetProgram() {
     resetRenderer();
     writable::recording = {};
     resetMainLoop();
+    resetStartTimes();
     writable::keyStates = {};
     writable::frameState = {};
     platform::resetMachine();

@@ -17,6 +17,9 @@ struct ClientSize {
 // Where the program's own file is; empty where that is not known.
 std::filesystem::path programFolder();
 
+// How long ago the process was started; 0 where that is not known.
+std::int64_t processAgeNanoseconds();
+
 // Start-up, in the order of use.
 void switchDisplayMode(); // 1920 x 1080, 32 bits per pixel, full screen; kept lit from now on
 void openWindow();        // borderless, over the whole display

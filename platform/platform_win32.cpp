@@ -45,6 +45,10 @@ std::wstring wide(const std::string& utf8) {
     return result;
 }
 
+std::int64_t ticksOf(const FILETIME& time) {
+    return static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
+}
+
 } // namespace
 
 std::filesystem::path programFolder() {
@@ -52,6 +56,20 @@ std::filesystem::path programFolder() {
     std::wstring path(longestPath, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     return std::filesystem::path(path).parent_path();
+}
+
+std::int64_t processAgeNanoseconds() {
+    FILETIME created = {};
+    FILETIME ended = {};
+    FILETIME inKernel = {};
+    FILETIME inProgram = {};
+    if (GetProcessTimes(GetCurrentProcess(), &created, &ended, &inKernel, &inProgram) == FALSE) {
+        return 0;
+    }
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    constexpr std::int64_t nanosecondsPerTick = 100;
+    return (ticksOf(now) - ticksOf(created)) * nanosecondsPerTick;
 }
 
 void switchDisplayMode() {

@@ -32,6 +32,7 @@ void resetMachine() {
 }
 
 std::filesystem::path programFolder() { return machine.programFolder; }
+std::int64_t processAgeNanoseconds() { return machine.processAgeNanoseconds; }
 void switchDisplayMode() { machine.calls.emplace_back("switchDisplayMode"); }
 void openWindow() { machine.calls.emplace_back("openWindow"); }
 void hideCursor() { machine.calls.emplace_back("hideCursor"); }

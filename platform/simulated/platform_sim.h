@@ -19,6 +19,7 @@ struct ProgramExit {
 
 struct Machine {
     std::int64_t clockNanoseconds = 0;
+    std::int64_t processAgeNanoseconds = 0;
     std::set<std::int32_t> keysDown;    // virtual-key codes
     std::set<std::int32_t> keysPressed; // since last asked, whether they still are down or not
     platform::ClientSize clientSize = {1920, 1080};
