@@ -4,6 +4,21 @@ set(texts ${CMAKE_BINARY_DIR}/package_texts)
 configure_file(app/windows/readme.txt.in ${texts}/README.txt @ONLY NEWLINE_STYLE DOS)
 configure_file(CREDITS.md ${texts}/CREDITS.txt @ONLY NEWLINE_STYLE DOS)
 
+# Parts of the compiler's runtime are in the programs, and its licences ask for their text beside them. It is taken from where
+# the compiler's package has it; whoever packs with another compiler names that one's.
+if(MINGW)
+    find_file(DUNKMAN_RUNTIME_LICENCES copyright
+        PATHS /usr/share/doc/mingw-w64-x86-64-dev NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH
+        DOC "Licences of the compiler's runtime, for the zip")
+    if(DUNKMAN_RUNTIME_LICENCES)
+        configure_file(${DUNKMAN_RUNTIME_LICENCES} ${texts}/RUNTIME-LICENCES.txt @ONLY NEWLINE_STYLE DOS)
+        install(FILES ${texts}/RUNTIME-LICENCES.txt DESTINATION . COMPONENT player)
+    else()
+        message(WARNING "The zip for players will lack the licences of the compiler's runtime: "
+            "give their file as -DDUNKMAN_RUNTIME_LICENCES=FILE before you hand the zip out.")
+    endif()
+endif()
+
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 install(TARGETS dunkman dunkman-live dunkman-record RUNTIME DESTINATION . COMPONENT player)

@@ -16,6 +16,7 @@ from pathlib import Path
 ZIP, VERSION, CPACK, CONFIGURATION = (sys.argv.pop(1) for _ in range(4))
 TOP = f"dunkman-{VERSION}-windows-x64/"
 PROGRAMS = {"dunkman.exe", "dunkman-live.exe", "dunkman-record.exe"}
+TEXTS = ("README.txt", "CREDITS.txt", "RUNTIME-LICENCES.txt")
 EXECUTABLE = 0o111
 
 
@@ -38,8 +39,8 @@ class Package(unittest.TestCase):
     def test_bears_the_version_in_its_name(self):
         self.assertEqual(os.path.basename(ZIP), TOP[:-1] + ".zip")
 
-    def test_holds_the_programs_their_data_and_two_texts_in_one_folder(self):
-        expected = PROGRAMS | shipped_data() | {"README.txt", "CREDITS.txt"}
+    def test_holds_the_programs_their_data_and_three_texts_in_one_folder(self):
+        expected = PROGRAMS | shipped_data() | set(TEXTS)
         self.assertEqual({name for name in self.zip.namelist()}, {TOP + name for name in expected})
 
     def test_holds_the_data_as_it_is(self):
@@ -63,8 +64,13 @@ class Package(unittest.TestCase):
         self.assertEqual(again, Path(ZIP).read_bytes())
 
     def test_has_texts_that_every_editor_of_windows_shows(self):
-        for name in ("README.txt", "CREDITS.txt"):
+        for name in TEXTS:
             self.assertNotRegex(self.text(name), r"[^\r]\n", name)
+
+    def test_bears_the_licences_of_what_the_compiler_put_into_the_programs(self):
+        text = self.text("RUNTIME-LICENCES.txt")
+        self.assertIn("winpthreads", text)
+        self.assertIn("MIT", text)
 
     def test_tells_a_player_what_there_is_to_know(self):
         text = self.text("README.txt")
