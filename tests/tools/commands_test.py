@@ -1,9 +1,12 @@
 """The commands of the root folder, before they build anything: what they say of themselves and what they refuse."""
 
+import contextlib
 import os
+import shutil
 import signal
 import subprocess
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -27,7 +30,7 @@ def run(command, *words, folder=ROOT):
 class Help(unittest.TestCase):
     def test_is_printed_on_request(self):
         for command, words in (("play", ["record", "--skip-story", "--size", "--help"]),
-                               ("test", ["tidy", "--strict", "windows-clang", "CASES"]), ("package", [".zip"]),
+                               ("test", ["tidy", "--strict", "windows-clang", "CASES", "fuzz"]), ("package", [".zip"]),
                                ("make-assets", ["--check", "player bar"]), ("bench", ["--quick"])):
             result = run(command, "--help")
             self.assertEqual((result.returncode, result.stderr), (0, ""), command)
@@ -172,6 +175,65 @@ class Recording(unittest.TestCase):
     def test_that_ended_with_a_fault_says_so(self):
         self.write("play.log", LOG + PACE.format("fatal: no room"))
         self.assertIn("nothing was saved: the game stopped with a fault", self.shell("keep_recording run play.log"))
+
+
+class StoppedByHand(unittest.TestCase):
+    """./play record with a Debian, a CMake and a Wine that only say yes, and a game that never ends."""
+
+    COMMANDS = {
+        "dpkg-query": "echo install ok installed",
+        "cmake": "exit 0", "pactl": "exit 0", "xdotool": "exit 1",
+        "wine": """case $1 in
+            *dunkman-record.exe)
+                echo 'warn:debugstr:OutputDebugStringA "screen Game\\n"'
+                echo "half of a game" >recording-unfinished.json5
+                echo $$ >game
+                exec sleep 60 ;;
+            esac""",
+        "wineserver": 'case $1 in -k) kill "$(cat build/play-data/game)" ;; esac',
+    }
+
+    def setUp(self):
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.folder = Path(scratch.name)
+        for path in ("play", "tools/shell", "data/recording.json5", "tests/replays/production/expected.txt"):
+            target = self.folder / "project" / path
+            target.parent.mkdir(parents=True, exist_ok=True)
+            if path == "play":
+                shutil.copy(ROOT / path, target)
+            elif path == "tools/shell":
+                shutil.copytree(ROOT / path, target)
+            else:
+                target.write_text("", encoding="utf-8")
+        for name, script in self.COMMANDS.items():
+            path = self.folder / "bin" / name
+            path.parent.mkdir(exist_ok=True)
+            path.write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
+            path.chmod(0o755)
+
+    def test_keeps_what_was_recorded_and_ends_the_game(self):
+        project = self.folder / "project"
+        game = project / "build" / "play-data" / "game"
+        environment = {**os.environ, "PATH": f"{self.folder / 'bin'}:{os.environ['PATH']}", "DISPLAY": ":9"}
+        with subprocess.Popen([project / "play", "record"], env=environment, text=True, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, start_new_session=True) as process:
+            try:
+                for _ in range(10 * PATIENCE):
+                    if game.exists() and game.read_text(encoding="utf-8"):
+                        break
+                    time.sleep(0.1)
+                os.killpg(process.pid, signal.SIGINT)  # as a terminal does with Ctrl-C
+                said, _ = process.communicate(timeout=PATIENCE)
+            finally:
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(process.pid, signal.SIGKILL)
+        self.assertEqual(process.returncode, 130, said)
+        self.assertIn("./play recordings/recording-1.json5 replays it", said)
+        self.assertEqual((project / "recordings" / "recording-1.json5").read_text(encoding="utf-8"),
+                         "half of a game\n")
+        with self.assertRaises(ProcessLookupError):
+            os.kill(int(game.read_text(encoding="utf-8")), 0)
 
 
 if __name__ == "__main__":
