@@ -10,6 +10,7 @@
 #include "base/debug_output.h"
 #include "base/fatal.h"
 #include "platform/canvas.h"
+#include "platform/unpacked_textures.h"
 #include "platform/window_win32.h"
 #include "render/gl_loader.h"
 
@@ -114,6 +115,7 @@ void createGlContext() {
 
 void loadGlFunctions() {
     dunkman::loadGlFunctions(lookUpInSystemLibrary, askDriver);
+    unpackTexturesInSoftware(askDriver, lookUpInSystemLibrary);
     canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }

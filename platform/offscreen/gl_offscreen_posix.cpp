@@ -10,6 +10,7 @@
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
+#include "platform/unpacked_textures.h"
 #include "render/gl.h"
 #include "render/gl_loader.h"
 
@@ -87,6 +88,7 @@ void loadGlFunctions() {
     closeScreen();
     openScreen();
     dunkman::loadGlFunctions(lookUp, lookUp);
+    platform::unpackTexturesInSoftware(lookUp, lookUp);
     screen.canvas.load(lookUp, lookUp);
     screen.canvas.resize(screen.size);
     lookUpFor(glReadPixels, "glReadPixels");

@@ -36,11 +36,11 @@ RESETS = {
     "resetAudio": ["audio/sound", "app/reset.cpp", "tests/audio/", "tests/platform/film_test.cpp",
                    "benchmarks/audio_bench.cpp"],
     "resetRenderer": ["render/renderer", "app/reset.cpp", "tests/fakes/recording_gl.cpp", "tests/render/",
-                      "tests/platform/shown_sprite_test.cpp"],
+                      "tests/platform/shown_sprite_test.cpp", "tests/platform/unpacked_pictures_test.cpp"],
     "resetGlFunctions": ["render/gl", "render/renderer.cpp", "tests/render/gl_loader_test.cpp"],
     "resetMainLoop": ["app/main_loop", "app/reset.cpp"],
     "resetMachine": ["platform/", "app/reset.cpp", "tests/platform/film_test.cpp", "tests/windows/ten_shows_win32.cpp",
-                     "tests/platform/shown_sprite_test.cpp"],
+                     "tests/platform/shown_sprite_test.cpp", "tests/platform/unpacked_pictures_test.cpp"],
 }
 
 # One caller, so that no other repeats its many arguments.
