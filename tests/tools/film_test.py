@@ -196,6 +196,14 @@ class NoFilm(FolderTest):
     def test_where_there_is_no_folder(self):
         self.expect_refusal(film(os.path.join(self.folder, "none", "film.mp4")), 1, "there is no folder")
 
+    def test_but_not_where_the_folder_of_what_is_built_is_not_there_yet(self):
+        project = os.path.join(self.folder, "clone")
+        for path in ("film", "shell"):
+            shutil.copytree(os.path.join("tools", path), os.path.join(project, "tools", path))
+        result = subprocess.run([os.path.join(project, "tools", "film", "film"), "build/film.mp4", "--data", "none"],
+                                cwd=project, capture_output=True, text=True, check=False)
+        self.assertEqual((result.returncode, result.stderr), (1, f"film: there is no folder {project}/none\n"))
+
     def test_without_an_encoder(self):
         tools = os.path.join(self.folder, "bin")
         os.mkdir(tools)
