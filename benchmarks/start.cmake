@@ -1,3 +1,3 @@
 dunkman_benchmark(start_bench
     SOURCES start_bench.cpp
-    LINKS app simulated_machine)
+    LINKS app platform_rules simulated_machine)

@@ -4,13 +4,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/lifecycle.h"
 #include "app/reset.h"
 #include "assets/catalog_writer.h"
 #include "platform/simulated/gl_sim.h"
+#include "platform/unpacked_textures.h"
 #include "render/dds.h"
+#include "render/gl.h"
 #include "render/texture_coverage.h"
 
 // What start-up does with the game's files, beside reading the same bytes one after the other. OpenGL takes everything
@@ -114,6 +117,30 @@ void loadCatalogue(benchmark::State& state) {
     }
 }
 BENCHMARK(loadCatalogue)->Unit(benchmark::kMillisecond);
+
+const std::uint8_t* softwareRenderer(GLenum) { return reinterpret_cast<const std::uint8_t*>("llvmpipe"); }
+void takeTexels(GLuint, GLint, GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, const void* texels) {
+    benchmark::DoNotOptimize(texels);
+}
+GlFunction askSoftware(const char* name) {
+    return std::string_view(name) == "glGetString" ? reinterpret_cast<GlFunction>(softwareRenderer)
+                                                   : reinterpret_cast<GlFunction>(takeTexels);
+}
+
+// Where OpenGL is done in software, start-up unpacks the textures.
+void loadCatalogueUnpacked(benchmark::State& state) {
+    const InData folder;
+    simulated::loadGlFunctions();
+    platform::unpackTexturesInSoftware(askSoftware, askSoftware);
+    for (auto iteration : state) {
+        writable::assetCatalog.loadAll();
+        state.PauseTiming();
+        writable::assetCatalog.releaseAll();
+        state.ResumeTiming();
+    }
+    simulated::loadGlFunctions();
+}
+BENCHMARK(loadCatalogueUnpacked)->Unit(benchmark::kMillisecond);
 
 void plainReadOfAll(benchmark::State& state) {
     const InData folder;

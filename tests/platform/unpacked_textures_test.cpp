@@ -140,6 +140,18 @@ TEST_F(UnpackedTextures, LeaveOutWhatLiesBeyondThePicture) {
     EXPECT_EQ(driver.texels[24], (Texel{255, 255, 255, 255}));
 }
 
+TEST_F(UnpackedTextures, ComeSomeRowsAtATimeWhereThePictureIsLarge) {
+    const Block red = block(0xF800, 0, 0);
+    const Block green = block(0x07E0, 0, 0);
+    std::vector<Block> blocks(64 * 64, red); // 256 by 256 texels
+    blocks.resize(64 * 66, green);           // and eight rows more
+    upload(256, 264, blocks);
+    EXPECT_EQ(driver.calls.back(), "texels 1, level 0: 256x8 at 0,256");
+    EXPECT_EQ(driver.calls[driver.calls.size() - 2], "texels 1, level 0: 256x64 at 0,192");
+    EXPECT_EQ(driver.texels.front(), (Texel{0, 255, 0, 255}));
+    EXPECT_EQ(driver.texels.back(), (Texel{0, 255, 0, 255}));
+}
+
 TEST_F(UnpackedTextures, LeaveToTheDriverWhatIsNoWholeLevelOfBlocks) {
     const std::vector<Block> blocks(2);
     glCompressedTextureSubImage2D(7, 0, 0, 0, 8, 8, dxt1, 16, blocks.data());
