@@ -10,10 +10,26 @@
 #include "render/text.h"
 #include "render/view.h"
 
-// Submission of sprites against an OpenGL that draws nothing: what the renderer itself costs. Run from the
-// repository's root.
+// Submission of sprites against an OpenGL that does nothing: what the renderer itself costs. Run from the repository's root.
 namespace dunkman {
 namespace {
+
+// The simulated OpenGL keeps what it is told, which costs a fifth of a sprite. Here the calls of a sprite are taken and
+// forgotten.
+template <typename... Parameters> void forget(void (*&function)(Parameters...)) {
+    function = [](Parameters...) {};
+}
+
+void forgetCalls() {
+    forget(glUniform1fv);
+    forget(glUniform3fv);
+    forget(glUniform4fv);
+    forget(glUniform1uiv);
+    forget(glBindTextureUnit);
+    forget(glBindSampler);
+    forget(glBindVertexArray);
+    forget(glDrawArrays);
+}
 
 void prepare() {
     [[maybe_unused]] static const bool prepared = [] {
@@ -29,6 +45,7 @@ void prepare() {
             glyph.height = 128;
         }
         setScreenProjection();
+        forgetCalls();
         return true;
     }();
 }
