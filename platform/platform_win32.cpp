@@ -11,6 +11,7 @@
 #include "base/fatal.h"
 #include "platform/canvas.h"
 #include "platform/unpacked_textures.h"
+#include "platform/unseen_draws.h"
 #include "platform/window_win32.h"
 #include "render/gl_loader.h"
 
@@ -116,6 +117,7 @@ void createGlContext() {
 void loadGlFunctions() {
     dunkman::loadGlFunctions(lookUpInSystemLibrary, askDriver);
     unpackTexturesInSoftware(askDriver, lookUpInSystemLibrary);
+    skipUnseenDrawsInSoftware(lookUpInSystemLibrary);
     canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 #include <vector>
 
+#include "platform/software_gl.h"
 #include "render/gl.h"
 
 namespace dunkman::platform {
@@ -15,13 +15,9 @@ namespace dunkman::platform {
 namespace {
 
 // Values of the OpenGL registry that nothing else in the game uses.
-constexpr GLenum rendererName = 0x1F01;   // GL_RENDERER
 constexpr GLenum texelOrder = 0x1908;     // GL_RGBA
 constexpr GLenum texelType = 0x8367;      // GL_UNSIGNED_INT_8_8_8_8_REV
 constexpr GLenum unpackedFormat = 0x8058; // GL_RGBA8
-
-// Both of Mesa, whose rounding is the one below.
-constexpr std::array<std::string_view, 2> softwareRenderers = {"llvmpipe", "softpipe"};
 
 struct Driver {
     void (*textureStorage2D)(GLuint texture, GLsizei levels, GLenum format, GLsizei width,
@@ -162,21 +158,11 @@ template <typename Function> bool find(Function*& pointer, const char* name, GlL
     return true;
 }
 
-bool isSoftware(GlLookup systemLibrary) {
-    const std::uint8_t* (*getString)(GLenum name) = nullptr;
-    if (!find(getString, "glGetString", systemLibrary)) {
-        return false;
-    }
-    const std::uint8_t* const answer = getString(rendererName);
-    const std::string_view renderer = answer == nullptr ? "" : reinterpret_cast<const char*>(answer);
-    return std::any_of(softwareRenderers.begin(), softwareRenderers.end(),
-                       [renderer](std::string_view name) { return renderer.starts_with(name); });
-}
-
 } // namespace
 
 void unpackTexturesInSoftware(GlLookup driverLookup, GlLookup systemLibrary) {
-    if (isSoftware(systemLibrary) && find(driver.textureSubImage2D, "glTextureSubImage2D", driverLookup)) {
+    if (isGlDoneInSoftware(systemLibrary) &&
+        find(driver.textureSubImage2D, "glTextureSubImage2D", driverLookup)) {
         driver.textureStorage2D = glTextureStorage2D;
         driver.compressedTextureSubImage2D = glCompressedTextureSubImage2D;
         glTextureStorage2D = storeUnpacked;

@@ -11,6 +11,7 @@
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
 #include "platform/unpacked_textures.h"
+#include "platform/unseen_draws.h"
 #include "render/gl.h"
 #include "render/gl_loader.h"
 
@@ -89,6 +90,7 @@ void loadGlFunctions() {
     openScreen();
     dunkman::loadGlFunctions(lookUp, lookUp);
     platform::unpackTexturesInSoftware(lookUp, lookUp);
+    platform::skipUnseenDrawsInSoftware(lookUp);
     screen.canvas.load(lookUp, lookUp);
     screen.canvas.resize(screen.size);
     lookUpFor(glReadPixels, "glReadPixels");
