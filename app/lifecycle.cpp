@@ -59,6 +59,9 @@ void startUp(InputMode mode, ScreenId firstScreen) {
     noteStarted("context");
 
     createRenderer();
+    if (platform::drawsInSoftware()) {
+        createPlainProgram();
+    }
     noteStarted("shaders");
     writable::assetCatalog.loadAll();
     noteStarted("pictures");

@@ -26,17 +26,9 @@ vec3 bent(vec3 colour, float bend) {
     return colour / (clamp(1.0 - colour, 0.0, 1.0) * bend + 1.0);
 }
 
-void main() {
-    vec4 texel = texture(uTexture, texturePoint);
-    if (texel.a < cutOutAlpha) {
-        discard;
-    }
-    // Transparent texels are black, so a filtered colour comes multiplied by its alpha. Left so, every outline would
-    // have a dark fringe.
-    vec3 colour = texel.rgb / texel.a;
-
-    // Most sprites have nothing to adjust, and software takes both sides of every branch. So all go the same short way,
-    // on which a saturation and gain of 1, a lift of 0 and a bend of 0 keep a texel to the last bit.
+// Most sprites have nothing to adjust, and software takes both sides of every branch. So all go the same short way, on which
+// a saturation and gain of 1, a lift of 0 and a bend of 0 keep a colour to the last bit.
+vec3 adjusted(vec3 colour) {
     float gain = uGammaGainSaturation.y;
     float saturation = uGammaGainSaturation.z;
     float lift = 0.0;
@@ -46,5 +38,20 @@ void main() {
         gain *= 0.5;
     }
     colour = (lumaOf(colour) * (1.0 - saturation) + colour * saturation) * gain + lift;
-    fragmentColour = vec4(bent(colour, gammaBend) * uTint, 1.0);
+    return bent(colour, gammaBend);
+}
+
+void main() {
+    vec4 texel = texture(uTexture, texturePoint);
+    if (texel.a < cutOutAlpha) {
+        discard;
+    }
+    // Transparent texels are black, so a filtered colour comes multiplied by its alpha. Left so, every outline would
+    // have a dark fringe.
+    vec3 colour = texel.rgb / texel.a;
+
+#ifndef PLAIN_SPRITES // they come with nothing to adjust
+    colour = adjusted(colour);
+#endif
+    fragmentColour = vec4(colour * uTint, 1.0);
 }

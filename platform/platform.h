@@ -26,6 +26,7 @@ void openWindow();        // borderless, over the whole display
 void hideCursor();        //
 void createGlContext();   // pixel format, context, made current
 void loadGlFunctions();   // resolves every pointer of render/gl.h
+bool drawsInSoftware();   // OpenGL is done by the processor; asked of the driver
 void setSwapInterval();   // 1: wait for the vertical blank
 bool isWindowVisible();
 

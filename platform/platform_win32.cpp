@@ -10,6 +10,7 @@
 #include "base/debug_output.h"
 #include "base/fatal.h"
 #include "platform/canvas.h"
+#include "platform/software_gl.h"
 #include "platform/unpacked_textures.h"
 #include "platform/unseen_draws.h"
 #include "platform/window_win32.h"
@@ -121,6 +122,8 @@ void loadGlFunctions() {
     canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }
+
+bool drawsInSoftware() { return isGlDoneInSoftware(lookUpInSystemLibrary); }
 
 void setSwapInterval() {
     using SwapInterval = BOOL(WINAPI*)(int);

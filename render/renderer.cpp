@@ -1,5 +1,10 @@
 #include "render/renderer.h"
 
+#include <algorithm>
+#include <cassert>
+#include <cstddef>
+#include <string>
+
 #include "render/binding_state_writer.h"
 #include "render/gl.h"
 #include "render/image_table_writer.h"
@@ -19,29 +24,60 @@ SpriteUniforms findSpriteUniforms(const Program& program) {
         find("uTexture"),        find("zOffset"),         find("uGammaGainSaturation"), find("uTint")};
 }
 
+ShaderSourceSet readSources() {
+    ShaderSourceSet sources;
+    sources.vertex = preprocessShaderFile(vertexFile);
+    sources.fragment = preprocessShaderFile(fragmentFile);
+    return sources;
+}
+
+ShaderSourceSet namesOfFiles() {
+    ShaderSourceSet names;
+    names.vertex = vertexFile;
+    names.fragment = fragmentFile;
+    return names;
+}
+
+// Nothing but the version may stand before a definition. The driver goes on counting the file's own lines.
+std::string withPlainSprites(const std::string& source) {
+    const std::size_t version = source.find("#version");
+    const std::size_t lineEnd = version == std::string::npos ? version : source.find('\n', version);
+    const std::size_t place = lineEnd == std::string::npos ? 0 : lineEnd + 1;
+    const auto line =
+        1 + std::count(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(place), '\n');
+    return source.substr(0, place) + "#define PLAIN_SPRITES\n#line " + std::to_string(line) + '\n' +
+           source.substr(place);
+}
+
 } // namespace
 
 std::unique_ptr<RendererObjects> rendererObjects;
 
-RendererObjects::RendererObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
-    : program(sources, fileNames), material(program), quad(makeQuadMesh()), sampler(makeSpriteSampler()),
-      uniforms(findSpriteUniforms(program)) {}
+SpriteProgram::SpriteProgram(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
+    : program(sources, fileNames), material(program), uniforms(findSpriteUniforms(program)) {}
 
-void createRenderer() {
-    ShaderSourceSet sources;
-    sources.vertex = preprocessShaderFile(vertexFile);
-    sources.fragment = preprocessShaderFile(fragmentFile);
-    ShaderSourceSet fileNames;
-    fileNames.vertex = vertexFile;
-    fileNames.fragment = fragmentFile;
-    rendererObjects = std::make_unique<RendererObjects>(sources, fileNames);
+RendererObjects::RendererObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
+    : basic(sources, fileNames), quad(makeQuadMesh()), sampler(makeSpriteSampler()) {}
+
+void createRenderer() { rendererObjects = std::make_unique<RendererObjects>(readSources(), namesOfFiles()); }
+
+void createPlainProgram() {
+    assert(rendererObjects != nullptr);
+    ShaderSourceSet sources = readSources();
+    sources.fragment = withPlainSprites(sources.fragment);
+    rendererObjects->plain.emplace(sources, namesOfFiles());
 }
+
+bool hasPlainProgram() { return rendererObjects != nullptr && rendererObjects->plain.has_value(); }
 
 void releaseRenderer() {
     if (rendererObjects == nullptr) {
         return;
     }
-    rendererObjects->program.release();
+    rendererObjects->basic.program.release();
+    if (rendererObjects->plain) {
+        rendererObjects->plain->program.release();
+    }
     rendererObjects->quad.release();
     rendererObjects->sampler.release();
     rendererObjects.reset();

@@ -7,7 +7,13 @@ namespace dunkman {
 // Stops the game with a message that names the file when a shader is missing or does not compile or link.
 void createRenderer();
 
-// Deletes them, in this order: program (unbinding it first where it is bound), vertex array, sampler.
+// Where every pixel is dear, OpenGL in software: from now on a second program of the same shaders, without what adjusts
+// colours, draws the sprites that have nothing to adjust, nearly all. What is drawn is the same, bit for bit. After
+// createRenderer; stops the game as that does.
+void createPlainProgram();
+bool hasPlainProgram();
+
+// Deletes them, in this order: programs (unbinding one first where it is bound), vertex array, sampler.
 void releaseRenderer();
 
 // Forgets all that render/ keeps without touching OpenGL: these, what is bound, the image tables, the entry points.

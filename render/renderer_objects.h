@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "render/material.h"
 #include "render/mesh.h"
@@ -11,7 +12,7 @@
 
 namespace dunkman {
 
-// Where the basic program keeps what every sprite sets; -1 for what the shader compiler removed.
+// Where a sprite program keeps what every sprite sets; -1 for what the shader compiler removed.
 struct SpriteUniforms {
     std::int32_t viewProjection;
     std::int32_t destMinAndSize;
@@ -23,15 +24,26 @@ struct SpriteUniforms {
     std::int32_t tint;
 };
 
+// A program that draws sprites, with its values. Stays where it is: the material refers to the program.
+struct SpriteProgram {
+    SpriteProgram(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames);
+    SpriteProgram(const SpriteProgram&) = delete;
+    SpriteProgram& operator=(const SpriteProgram&) = delete;
+
+    Program program;
+    Material material;
+    SpriteUniforms uniforms;
+};
+
 // The drawing objects that createRenderer makes and that every sprite is drawn with.
 struct RendererObjects {
     RendererObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames);
 
-    Program program;
-    Material material;
+    SpriteProgram basic;
+    std::optional<SpriteProgram>
+        plain; // draws what has nothing to adjust; where it is not, basic draws that too
     Mesh quad;
     Sampler sampler;
-    SpriteUniforms uniforms;
     Matrix4 view{}; // what uViewProjection was last set to
 };
 

@@ -16,6 +16,21 @@ template <typename... Numbers> std::array<float, sizeof...(Numbers)> floatsOf(Nu
     return {static_cast<float>(numbers)...};
 }
 
+bool isSpriteMaterial(const RendererObjects& objects, const MaterialBase* material) {
+    return material == &objects.basic.material || (objects.plain && material == &objects.plain->material);
+}
+
+// From one program to the other the render state stays, with what the caller has changed of it.
+void use(const RendererObjects& objects, Material& material) {
+    if (bindingState.currentMaterial == &material) {
+        return;
+    }
+    if (!isSpriteMaterial(objects, bindingState.currentMaterial)) {
+        material.applyRenderState();
+    }
+    material.bind();
+}
+
 } // namespace
 
 void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode mode, double gamma,
@@ -23,11 +38,10 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset) {
     assert(rendererObjects != nullptr);
     RendererObjects& objects = *rendererObjects;
-    Material& material = objects.material;
-    if (bindingState.currentMaterial != &material) {
-        material.applyRenderState();
-        material.bind();
-    }
+    const bool isPlain = gamma == 1.0 && gain == 1.0 && saturation == 1.0 && mode != SpriteMode::Loading;
+    SpriteProgram& program = isPlain && objects.plain ? *objects.plain : objects.basic;
+    Material& material = program.material;
+    use(objects, material);
     if (mirrorX) {
         pivot.x = 1.0 - pivot.x;
     }
@@ -35,7 +49,7 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     const std::uint32_t flags =
         (static_cast<std::uint32_t>(mode) * 2 + (mirrorY ? 1u : 0u)) * 2 + (mirrorX ? 1u : 0u);
 
-    const SpriteUniforms& uniforms = objects.uniforms;
+    const SpriteUniforms& uniforms = program.uniforms;
     material.setUniform(uniforms.destMinAndSize, UniformValue(placement.destMinAndSize));
     material.setUniform(uniforms.posCosSin, UniformValue(placement.posCosSin));
     material.setUniform(uniforms.mirrorFlags, UniformValue(flags));

@@ -11,7 +11,11 @@ namespace dunkman {
 void setViewProjection(const Matrix4& matrix) {
     assert(rendererObjects != nullptr);
     rendererObjects->view = matrix;
-    rendererObjects->material.setUniform(rendererObjects->uniforms.viewProjection, UniformValue(matrix));
+    SpriteProgram& basic = rendererObjects->basic;
+    basic.material.setUniform(basic.uniforms.viewProjection, UniformValue(matrix));
+    if (std::optional<SpriteProgram>& plain = rendererObjects->plain) {
+        plain->material.setUniform(plain->uniforms.viewProjection, UniformValue(matrix));
+    }
 }
 
 void setScreenProjection(double lowered) {

@@ -10,6 +10,7 @@
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
+#include "platform/software_gl.h"
 #include "platform/unpacked_textures.h"
 #include "platform/unseen_draws.h"
 #include "render/gl.h"
@@ -91,6 +92,7 @@ void loadGlFunctions() {
     dunkman::loadGlFunctions(lookUp, lookUp);
     platform::unpackTexturesInSoftware(lookUp, lookUp);
     platform::skipUnseenDrawsInSoftware(lookUp);
+    machine.drawsInSoftware = platform::isGlDoneInSoftware(lookUp);
     screen.canvas.load(lookUp, lookUp);
     screen.canvas.resize(screen.size);
     lookUpFor(glReadPixels, "glReadPixels");

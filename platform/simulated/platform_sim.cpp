@@ -61,6 +61,8 @@ bool isKeyDown(std::int32_t virtualKey) {
 void drainMessages() {}
 ClientSize clientSize() { return machine.clientSize; }
 std::int64_t clockNanoseconds() { return machine.clockNanoseconds; }
+bool drawsInSoftware() { return machine.drawsInSoftware; }
+
 void swapBuffers() { ++machine.bufferSwaps; }
 
 void exitProcess(int status) { throw simulated::ProgramExit{status}; }

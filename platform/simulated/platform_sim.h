@@ -25,6 +25,7 @@ struct Machine {
     platform::ClientSize clientSize = {1920, 1080};
     std::filesystem::path programFolder; // empty: the working directory alone holds the data
     bool windowVisible = true;
+    bool drawsInSoftware = false;
     int bufferSwaps = 0;
     std::vector<std::string> calls;      // start-up calls, in order, by name
     std::vector<std::string> debugLines; // what went to the debugger output

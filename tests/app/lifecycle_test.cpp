@@ -6,9 +6,11 @@
 #include <set>
 #include <string>
 
+#include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"
 #include "render/image_table.h"
+#include "render/renderer.h"
 #include "tests/fakes/program_fixture.h"
 
 namespace dunkman {
@@ -73,6 +75,15 @@ TEST_F(Lifecycle, ShowsADarkPictureBeforeItLoadsAnything) {
     data.remove("drawable_basic.frag");
     EXPECT_NE(startUpFault(), "no fault");
     EXPECT_EQ(simulated::machine.bufferSwaps, 1);
+}
+
+TEST_F(Lifecycle, HasASecondProgramForPlainSpritesWhereTheProcessorDraws) {
+    start(InputMode::Live);
+    EXPECT_FALSE(hasPlainProgram());
+    resetProgram();
+    simulated::machine.drawsInSoftware = true;
+    start(InputMode::Live);
+    EXPECT_TRUE(hasPlainProgram());
 }
 
 TEST_F(Lifecycle, StartsOnTheLoadingScreen) {

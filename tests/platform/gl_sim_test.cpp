@@ -93,10 +93,10 @@ protected:
 };
 
 TEST_F(SimulatedGl, TellsTheRendererWhatTheShadersDeclare) {
-    EXPECT_EQ(rendererObjects->program.resources().size(), 8u);
-    EXPECT_GE(rendererObjects->uniforms.viewProjection, 0);
-    EXPECT_GE(rendererObjects->uniforms.texture, 0);
-    EXPECT_GE(rendererObjects->uniforms.tint, 0);
+    EXPECT_EQ(rendererObjects->basic.program.resources().size(), 8u);
+    EXPECT_GE(rendererObjects->basic.uniforms.viewProjection, 0);
+    EXPECT_GE(rendererObjects->basic.uniforms.texture, 0);
+    EXPECT_GE(rendererObjects->basic.uniforms.tint, 0);
 }
 
 TEST_F(SimulatedGl, TracesASpriteWithItsImageKey) {

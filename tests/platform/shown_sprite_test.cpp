@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <set>
+#include <vector>
 
 #include "platform/simulated/gl_sim.h"
 #include "platform/simulated/platform_sim.h"
@@ -41,10 +43,7 @@ protected:
         platform::resetMachine();
         simulated::machine.clientSize = {8, 8};
         simulated::loadGlFunctions();
-        const std::filesystem::path before = std::filesystem::current_path();
-        std::filesystem::current_path("data");
-        createRenderer();
-        std::filesystem::current_path(before);
+        inData(createRenderer);
         glViewport(0, 0, 8, 8);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         setViewProjection({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
@@ -53,6 +52,14 @@ protected:
     ~ShownSprite() override {
         resetRenderer();
         platform::resetMachine();
+    }
+
+    // The shaders are read from the working directory.
+    static void inData(void (*create)()) {
+        const std::filesystem::path before = std::filesystem::current_path();
+        std::filesystem::current_path("data");
+        create();
+        std::filesystem::current_path(before);
     }
 
     // A picture of one colour, in 5, 6 and 5 bits.
@@ -131,6 +138,61 @@ TEST_F(ShownSprite, FillsTheLoadingPictureFromBelow) {
     draw(plain(31, 0, 0), {}, SpriteMode::Loading, 0.5);
     expectClose(at(6), {255, 0, 0});
     expectClose(at(1), {107, 81, 81}); // greyer, and nearer to the middle
+}
+
+// 64 by 64 texels of any colour, many of them transparent.
+Texture2D confetti() {
+    std::uint32_t seed = 1;
+    std::array<std::uint8_t, std::size_t{16} * 16 * 8> blocks{};
+    for (std::uint8_t& byte : blocks) {
+        seed = seed * 1664525u + 1013904223u;
+        byte = static_cast<std::uint8_t>(seed >> 24);
+    }
+    Texture2D texture;
+    texture.width = texture.height = 64;
+    glCreateTextures(GL_TEXTURE_2D, 1, &texture.name);
+    glTextureStorage2D(texture.name, 1, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 64, 64);
+    glCompressedTextureSubImage2D(texture.name, 0, 0, 0, 64, 64, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT,
+                                  static_cast<GLsizei>(blocks.size()), blocks.data());
+    return texture;
+}
+
+class ShownPlainSprite : public ShownSprite {
+protected:
+    ShownPlainSprite() {
+        simulated::machine.clientSize = {200, 200};
+        simulated::loadGlFunctions();
+        inData(createRenderer);
+        glViewport(0, 0, 200, 200);
+        setViewProjection({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+    }
+
+    // Sprites that turn, shrink and are tinted, one over the other, and one among them that is adjusted.
+    static std::vector<std::uint8_t> shown() {
+        const Texture2D texture = confetti();
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        for (int count = 0; count < 12; ++count) {
+            dunkman::draw({.texture = texture,
+                           .mirrorX = count % 2 == 0,
+                           .mirrorY = true,
+                           .mode = count % 3 == 0 ? SpriteMode::Flat : SpriteMode::World,
+                           .gain = count == 5 ? 1.5 : 1.0,
+                           .tintG = count % 4 == 0 ? 0.7 : 1.0,
+                           .position = {0.15 * count - 0.8, 0.1 * count - 0.6},
+                           .size = {0.13 * (count + 1), 0.9},
+                           .angle = 17.0 * count,
+                           .zOffset = 0.001 * count});
+        }
+        return offscreen::takePicture().rgb;
+    }
+};
+
+TEST_F(ShownPlainSprite, LooksAsTheBasicProgramDrawsIt) {
+    const std::vector<std::uint8_t> basic = shown();
+    EXPECT_GT(std::set<std::uint8_t>(basic.begin(), basic.end()).size(), 200u); // there is something to see
+    inData(createPlainProgram);
+    setViewProjection({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+    EXPECT_TRUE(shown() == basic);
 }
 
 } // namespace

@@ -59,6 +59,29 @@ TEST_F(RendererStart, BuildsTheProgramThenTheQuadThenTheSampler) {
                             "glSamplerParameteri(5, GL_TEXTURE_MAG_FILTER, GL_LINEAR)"));
 }
 
+TEST_F(RendererStart, DefinesThePlainProgramBehindTheVersion) {
+    write("drawable_basic.vert", "v");
+    write("drawable_basic.frag", "// a comment\n#version 450\nvoid main() {}\n");
+    createRenderer();
+    EXPECT_FALSE(hasPlainProgram());
+    gl.calls.clear();
+    createPlainProgram();
+    EXPECT_TRUE(hasPlainProgram());
+    EXPECT_EQ(gl.calls[1], "glShaderSource(6, 1, \"v\", null)");
+    EXPECT_EQ(gl.calls[5],
+              "glShaderSource(7, 1, \"// a comment\n#version 450\n#define PLAIN_SPRITES\n#line 3\n"
+              "void main() {}\n\", null)");
+}
+
+TEST_F(RendererStart, DefinesThePlainProgramFirstWhereThereIsNoVersion) {
+    write("drawable_basic.vert", "v");
+    write("drawable_basic.frag", "f");
+    createRenderer();
+    gl.calls.clear();
+    createPlainProgram();
+    EXPECT_EQ(gl.calls[5], "glShaderSource(7, 1, \"#define PLAIN_SPRITES\n#line 1\nf\", null)");
+}
+
 TEST_F(RendererStart, NamesAMissingShaderFile) {
     write("drawable_basic.vert", "v");
     try {
@@ -91,7 +114,7 @@ TEST(RendererEnd, DeletesProgramVertexArrayAndSamplerInThisOrder) {
 
 TEST(RendererEnd, UnbindsTheProgramWhereItIsBound) {
     SpriteScene scene;
-    rendererObjects->material.bind();
+    rendererObjects->basic.material.bind();
     scene.gl.calls.clear();
     releaseRenderer();
     EXPECT_EQ(scene.gl.calls.front(), "glUseProgram(0)");
@@ -108,7 +131,7 @@ TEST(RendererEnd, DoesNothingWithoutARenderer) {
 
 TEST(RendererEnd, CanBeForgottenWithoutTouchingOpenGl) {
     SpriteScene scene;
-    rendererObjects->material.bind();
+    rendererObjects->basic.material.bind();
     scene.gl.calls.clear();
     resetRenderer();
     EXPECT_EQ(bindingState.currentMaterial, nullptr);
@@ -150,7 +173,7 @@ TEST(ViewProjection, ReachesOpenGlWhileTheMaterialIsCurrent) {
     matrix[12] = -0.0f;
     setViewProjection(matrix);
     EXPECT_THAT(scene.gl.calls, testing::IsEmpty());
-    rendererObjects->material.bind();
+    rendererObjects->basic.material.bind();
     EXPECT_EQ(scene.gl.calls.back(),
               "glUniformMatrix4fv(0, 1, GL_FALSE, {1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, -0, 0, 0, 0})");
 }

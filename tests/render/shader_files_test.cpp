@@ -38,10 +38,12 @@ TEST(ShippedShaders, PassTheReferenceCompilerAndLink) {
     for (const char* file : {"drawable_basic.vert", "drawable_basic.frag"}) {
         std::ofstream(folder / file, std::ios::binary) << preprocessShaderFile(std::string("data/") + file);
     }
-    const std::string command = std::string(DUNKMAN_GLSLANG) + " -l " +
-                                (folder / "drawable_basic.vert").string() + " " +
-                                (folder / "drawable_basic.frag").string();
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    for (const char* options : {" -l ", " -l -DPLAIN_SPRITES "}) {
+        const std::string command = DUNKMAN_GLSLANG + std::string(options) +
+                                    (folder / "drawable_basic.vert").string() + " " +
+                                    (folder / "drawable_basic.frag").string();
+        EXPECT_EQ(std::system(command.c_str()), 0) << options;
+    }
     std::filesystem::remove_all(folder);
 }
 #endif

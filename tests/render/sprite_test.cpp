@@ -255,7 +255,7 @@ class ScreenProjection : public SpriteDrawing {
 protected:
     std::string projectionAt(double aspect) {
         writable::frameState.aspectRatio = aspect;
-        rendererObjects->material.bind();
+        rendererObjects->basic.material.bind();
         scene.gl.calls.clear();
         setScreenProjection();
         return scene.gl.calls.at(0);

@@ -126,8 +126,8 @@ void swapRenderer(std::unique_ptr<RendererObjects>& other) {
     std::swap(rendererObjects, other);
     writable::bindingState = {};
     // At once, not with the first sprite: the backdrop turns depth writes off before it is drawn.
-    rendererObjects->material.applyRenderState();
-    rendererObjects->material.bind();
+    rendererObjects->basic.material.applyRenderState();
+    rendererObjects->basic.material.bind();
 }
 
 double timeOfFrame(std::int64_t steps) {
