@@ -45,8 +45,8 @@ std::string withPlainSprites(const std::string& source) {
     const std::size_t place = lineEnd == std::string::npos ? 0 : lineEnd + 1;
     const auto line =
         1 + std::count(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(place), '\n');
-    return source.substr(0, place) + "#define PLAIN_SPRITES\n#line " + std::to_string(line) + '\n' +
-           source.substr(place);
+    return source.substr(0, place) + "#define " + plainSpritesDefinition + "\n#line " + std::to_string(line) +
+           '\n' + source.substr(place);
 }
 
 } // namespace

@@ -13,6 +13,9 @@ void createRenderer();
 void createPlainProgram();
 bool hasPlainProgram();
 
+// What that program's fragment shader is told by: a definition of this name.
+constexpr const char* plainSpritesDefinition = "PLAIN_SPRITES";
+
 // Deletes them, in this order: programs (unbinding one first where it is bound), vertex array, sampler.
 void releaseRenderer();
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "render/renderer.h"
 #include "tools/inspect/shader_check.h"
 
 namespace dunkman::inspect {
@@ -95,22 +96,26 @@ void reportLinkError(std::string_view output, const ShaderStage& stage, Faults& 
 
 ShaderCompiler compileShaders(const std::string& compiler, const ShaderStage& vertex,
                               const ShaderStage& fragment, Faults& faults) {
-    const TemporaryFolder folder;
-    const std::string vertexFile = folder.write("stage.vert", vertex.markedText);
-    const std::string fragmentFile = folder.write("stage.frag", fragment.markedText);
-    const std::string log = (folder.path / "log").string();
-    const std::string command =
-        compiler + " -l \"" + vertexFile + "\" \"" + fragmentFile + "\" > \"" + log + "\" 2>&1";
-    if (std::system(command.c_str()) == 0) {
-        return ShaderCompiler::Present;
-    }
-    const std::string output = folder.read("log");
-    if (output.find("ERROR: ") == std::string::npos) {
-        return ShaderCompiler::Absent;
-    }
-    if (!reportFirstError(output, vertex, vertexFile, faults) &&
-        !reportFirstError(output, fragment, fragmentFile, faults)) {
-        reportLinkError(output, vertex, faults);
+    // The game makes two programs of them where OpenGL is done in software.
+    for (const std::string& options : {std::string(), " -D" + std::string(plainSpritesDefinition)}) {
+        const TemporaryFolder folder;
+        const std::string vertexFile = folder.write("stage.vert", vertex.markedText);
+        const std::string fragmentFile = folder.write("stage.frag", fragment.markedText);
+        const std::string log = (folder.path / "log").string();
+        const std::string command =
+            compiler + options + " -l \"" + vertexFile + "\" \"" + fragmentFile + "\" > \"" + log + "\" 2>&1";
+        if (std::system(command.c_str()) == 0) {
+            continue;
+        }
+        const std::string output = folder.read("log");
+        if (output.find("ERROR: ") == std::string::npos) {
+            return ShaderCompiler::Absent;
+        }
+        if (!reportFirstError(output, vertex, vertexFile, faults) &&
+            !reportFirstError(output, fragment, fragmentFile, faults)) {
+            reportLinkError(output, vertex, faults);
+        }
+        break; // one error, not each of them twice
     }
     return ShaderCompiler::Present;
 }
