@@ -24,9 +24,6 @@ using GLintptr = std::ptrdiff_t;
 #undef GL_CONSTANT
 #undef GL_OPAQUE_TYPE
 
-// 64-bit Windows has one calling convention, so the pointers need no mark for it; 32-bit Windows would.
-static_assert(sizeof(void*) == 8, "the game is a 64-bit program");
-
 #define GL_FUNCTION(result, name, parameters, arguments) extern result(*name) parameters;
 #define GL_SYSTEM_FUNCTION GL_FUNCTION
 #include "render/gl_functions.inc"
