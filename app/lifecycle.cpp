@@ -60,7 +60,7 @@ void startUp(InputMode mode, ScreenId firstScreen) {
 
     createRenderer();
     if (platform::drawsInSoftware()) {
-        createPlainProgram();
+        prepareForSoftware();
     }
     noteStarted("shaders");
     writable::assetCatalog.loadAll();

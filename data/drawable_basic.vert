@@ -23,7 +23,7 @@ const float depthScale = 1.0 / 256.0;
 const float nearest = -1.0;
 const float farthest = 0.9999;
 
-// Place in the depth buffer, -1 (near) to 1 (far), of what lies `depth` units towards the viewer.
+// Place in the depth buffer, -1 (near) to 1 (far), of what lies `depth` units towards the viewer. render/sorting_depth.cpp knows it too.
 float sortingDepth(float depth, bool isOverlay) {
     bool isPerspective = uViewProjection[2][3] != 0.0;
     float sorted;

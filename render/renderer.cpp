@@ -56,30 +56,36 @@ std::unique_ptr<RendererObjects> rendererObjects;
 SpriteProgram::SpriteProgram(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
     : program(sources, fileNames), material(program), uniforms(findSpriteUniforms(program)) {}
 
+SoftwareObjects::SoftwareObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
+    : plain(sources, fileNames), magnifier(makeMagnifyingSampler()) {}
+
 RendererObjects::RendererObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames)
     : basic(sources, fileNames), quad(makeQuadMesh()), sampler(makeSpriteSampler()) {}
 
 void createRenderer() { rendererObjects = std::make_unique<RendererObjects>(readSources(), namesOfFiles()); }
 
-void createPlainProgram() {
+void prepareForSoftware() {
     assert(rendererObjects != nullptr);
     ShaderSourceSet sources = readSources();
     sources.fragment = withPlainSprites(sources.fragment);
-    rendererObjects->plain.emplace(sources, namesOfFiles());
+    rendererObjects->software.emplace(sources, namesOfFiles());
 }
 
-bool hasPlainProgram() { return rendererObjects != nullptr && rendererObjects->plain.has_value(); }
+bool isPreparedForSoftware() { return rendererObjects != nullptr && rendererObjects->software.has_value(); }
 
 void releaseRenderer() {
     if (rendererObjects == nullptr) {
         return;
     }
     rendererObjects->basic.program.release();
-    if (rendererObjects->plain) {
-        rendererObjects->plain->program.release();
+    if (rendererObjects->software) {
+        rendererObjects->software->plain.program.release();
     }
     rendererObjects->quad.release();
     rendererObjects->sampler.release();
+    if (rendererObjects->software) {
+        rendererObjects->software->magnifier.release();
+    }
     rendererObjects.reset();
     writable::bindingState = {};
 }

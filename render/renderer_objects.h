@@ -6,6 +6,7 @@
 
 #include "render/material.h"
 #include "render/mesh.h"
+#include "render/nearest_first.h"
 #include "render/program.h"
 #include "render/sampler.h"
 #include "render/view.h"
@@ -35,16 +36,24 @@ struct SpriteProgram {
     SpriteUniforms uniforms;
 };
 
+// What spares pixels and their colouring where OpenGL is done in software.
+struct SoftwareObjects {
+    SoftwareObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames);
+
+    SpriteProgram plain; // draws what has nothing to adjust
+    Sampler magnifier;   // samples what is shown no smaller than it is
+    SpriteQueue queue;
+};
+
 // The drawing objects that createRenderer makes and that every sprite is drawn with.
 struct RendererObjects {
     RendererObjects(const ShaderSourceSet& sources, const ShaderSourceSet& fileNames);
 
     SpriteProgram basic;
-    std::optional<SpriteProgram>
-        plain; // draws what has nothing to adjust; where it is not, basic draws that too
     Mesh quad;
     Sampler sampler;
-    Matrix4 view{}; // what uViewProjection was last set to
+    std::optional<SoftwareObjects> software; // what prepareForSoftware makes
+    Matrix4 view{};                          // what uViewProjection was last set to
 };
 
 extern std::unique_ptr<RendererObjects> rendererObjects; // null: no renderer

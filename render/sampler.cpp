@@ -9,10 +9,12 @@ void Sampler::release() {
     name = 0;
 }
 
-Sampler makeSpriteSampler() {
+namespace {
+
+Sampler makeSampler(std::uint32_t minFilter) {
     Sampler sampler;
     sampler.wrapS = sampler.wrapT = sampler.wrapR = GL_CLAMP_TO_EDGE;
-    sampler.minFilter = GL_LINEAR_MIPMAP_LINEAR;
+    sampler.minFilter = minFilter;
     sampler.magFilter = GL_LINEAR;
     glCreateSamplers(1, &sampler.name);
     const auto set = [&sampler](GLenum parameter, std::uint32_t value) {
@@ -25,5 +27,11 @@ Sampler makeSpriteSampler() {
     set(GL_TEXTURE_MAG_FILTER, sampler.magFilter);
     return sampler;
 }
+
+} // namespace
+
+Sampler makeSpriteSampler() { return makeSampler(GL_LINEAR_MIPMAP_LINEAR); }
+
+Sampler makeMagnifyingSampler() { return makeSampler(GL_LINEAR); }
 
 } // namespace dunkman

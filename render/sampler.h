@@ -21,4 +21,8 @@ public:
 // The one sampler of the game: clamped at the edges, trilinear.
 Sampler makeSpriteSampler();
 
+// The same but for the smaller levels of textures: it samples the full size only. That is what the other one does wherever
+// pixels are no farther apart than texels, and costs software half as much.
+Sampler makeMagnifyingSampler();
+
 } // namespace dunkman

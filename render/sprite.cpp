@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cassert>
+#include <optional>
 
 #include "render/binding_state.h"
+#include "render/footprint.h"
 #include "render/placement.h"
 #include "render/renderer_objects.h"
 #include "render/scissor.h"
@@ -17,18 +19,34 @@ template <typename... Numbers> std::array<float, sizeof...(Numbers)> floatsOf(Nu
 }
 
 bool isSpriteMaterial(const RendererObjects& objects, const MaterialBase* material) {
-    return material == &objects.basic.material || (objects.plain && material == &objects.plain->material);
+    return material == &objects.basic.material ||
+           (objects.software && material == &objects.software->plain.material);
 }
 
 // From one program to the other the render state stays, with what the caller has changed of it.
-void use(const RendererObjects& objects, Material& material) {
-    if (bindingState.currentMaterial == &material) {
+void use(const RendererObjects& objects, SpriteProgram& program, const SampledTexture& texture) {
+    if (bindingState.currentMaterial == &program.material) {
         return;
     }
     if (!isSpriteMaterial(objects, bindingState.currentMaterial)) {
-        material.applyRenderState();
+        program.material.applyRenderState();
     }
-    material.bind();
+    if (objects.software) {
+        // Binding sends all values again, and the texture of the last sprite that it drew may be gone by now.
+        program.material.setUniform(program.uniforms.texture, UniformValue(texture));
+    }
+    program.material.bind();
+}
+
+// Whether the pixels of a sprite are closer to each other than the texels of its texture in full size: then OpenGL samples no
+// other level. Drivers may reckon a little more than the true distance, where a sprite is turned by up to the root of 2.
+bool isMagnified(const Texture2D& texture, const Placement& placement, const Matrix4& view) {
+    constexpr double mostTexelsPerPixel = 0.996;
+    constexpr double mostWhenTurned = 0.7;
+    const std::optional<Footprint> footprint = footprintOf(placement, view);
+    const bool isTurned = placement.posCosSin[3] != 0.0f;
+    return footprint &&
+           texelsPerPixel(*footprint, texture) < (isTurned ? mostWhenTurned : mostTexelsPerPixel);
 }
 
 } // namespace
@@ -38,27 +56,33 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
                 Vec2 size, Vec2& pivot, Vec2 scale, double angle, double zOffset) {
     assert(rendererObjects != nullptr);
     RendererObjects& objects = *rendererObjects;
-    const bool isPlain = gamma == 1.0 && gain == 1.0 && saturation == 1.0 && mode != SpriteMode::Loading;
-    SpriteProgram& program = isPlain && objects.plain ? *objects.plain : objects.basic;
-    Material& material = program.material;
-    use(objects, material);
     if (mirrorX) {
         pivot.x = 1.0 - pivot.x;
     }
     const Placement placement = placementOf(position, size, pivot, scale, angle);
+    const bool isPlain = gamma == 1.0 && gain == 1.0 && saturation == 1.0 && mode != SpriteMode::Loading;
+    SpriteProgram& program = objects.software && isPlain ? objects.software->plain : objects.basic;
+    const bool byMagnifier = objects.software && isMagnified(texture, placement, objects.view);
+    const Sampler& sampler = byMagnifier ? objects.software->magnifier : objects.sampler;
+    const SampledTexture sampled = {&texture, &sampler};
+    use(objects, program, sampled);
     const std::uint32_t flags =
         (static_cast<std::uint32_t>(mode) * 2 + (mirrorY ? 1u : 0u)) * 2 + (mirrorX ? 1u : 0u);
 
+    Material& material = program.material;
     const SpriteUniforms& uniforms = program.uniforms;
     material.setUniform(uniforms.destMinAndSize, UniformValue(placement.destMinAndSize));
     material.setUniform(uniforms.posCosSin, UniformValue(placement.posCosSin));
     material.setUniform(uniforms.mirrorFlags, UniformValue(flags));
-    material.setUniform(uniforms.texture, UniformValue(SampledTexture{&texture, &objects.sampler}));
+    material.setUniform(uniforms.texture, UniformValue(sampled));
     material.setUniform(uniforms.zOffset, UniformValue(static_cast<float>(zOffset)));
     material.setUniform(uniforms.gammaGainSaturation, UniformValue(floatsOf(gamma, gain, saturation)));
     material.setUniform(uniforms.tint, UniformValue(floatsOf(tintR, tintG, tintB)));
-    if (const auto part = visiblePart(texture, mirrorX, mirrorY, placement, objects.view);
-        part && !bindingState.isScissored) {
+    std::optional<PixelRect> part;
+    if (objects.software && !bindingState.isScissored) {
+        part = visiblePart(texture, mirrorX, mirrorY, placement, objects.view);
+    }
+    if (part) {
         const Scissor scissor(*part);
         objects.quad.draw();
     } else {
@@ -66,7 +90,7 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     }
 }
 
-void draw(const Sprite& sprite) {
+void drawAtOnce(const Sprite& sprite) {
     Vec2 pivot = sprite.pivot;
     drawSprite(sprite.texture, sprite.mirrorX, sprite.mirrorY, sprite.mode, sprite.gamma, sprite.gain,
                sprite.saturation, sprite.tintR, sprite.tintG, sprite.tintB, sprite.position, sprite.size,

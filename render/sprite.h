@@ -17,7 +17,7 @@ enum class SpriteMode : std::uint32_t {
 
 // A picture as it is to be drawn: name what differs from the upright, untinted one.
 struct Sprite {
-    const Texture2D& texture;
+    Texture2D texture; // a copy, not owned
     bool mirrorX = false;
     bool mirrorY = false; // images are stored top row first: true shows them upright
     SpriteMode mode = SpriteMode::World;
@@ -35,10 +35,11 @@ struct Sprite {
     double zOffset = 0.0;
 };
 
-// Draws a sprite, at once.
+// Draws a sprite: at once, or within drawNearestFirst when its turn comes.
 void draw(const Sprite& sprite);
+void drawAtOnce(const Sprite& sprite);
 
-// What draw(sprite) calls, and nobody else: one textured quad through the basic material. With mirrorX the mirrored
+// What these call, and nobody else: one textured quad through the basic material. With mirrorX the mirrored
 // pivot is written back through the reference.
 void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode mode, double gamma,
                 double gain, double saturation, double tintR, double tintG, double tintB, Vec2 position,

@@ -4,6 +4,7 @@
 
 #include "render/dds.h"
 #include "render/gl.h"
+#include "render/renderer.h"
 
 namespace dunkman {
 
@@ -13,7 +14,9 @@ Texture2D::Texture2D(const std::string& path) {
     width = image.header.width;
     height = image.header.height;
     levels = static_cast<std::uint8_t>(ddsStorageLevels(image.header));
-    coverage = coverageOf(image);
+    if (isPreparedForSoftware()) {
+        coverage = coverageOf(image);
+    }
     glCreateTextures(GL_TEXTURE_2D, 1, &name);
     glTextureStorage2D(name, levels, internalFormat, static_cast<GLsizei>(width),
                        static_cast<GLsizei>(height));

@@ -15,7 +15,7 @@ public:
     std::uint32_t width = 0;               // texels
     std::uint32_t height = 0;              // texels
     std::uint8_t levels = 1;
-    CoverageByLevel coverage;
+    CoverageByLevel coverage; // looked up where OpenGL is done in software
 
     Texture2D() = default;
 

@@ -61,13 +61,10 @@ public:
 
     std::uint32_t blocks() const { return lastBlock + 1; }
 
-    // The texels of a block that lie within the picture.
-    BlockMask inside(std::uint32_t block) const { return block < lastBlock ? insideOfMost : insideOfLast; }
-
-    // Those of them that are opaque.
+    // The texels of a block that lie within the picture and are not transparent.
     BlockMask seen(std::uint32_t block) const {
         const auto data = bytes.subspan(std::size_t{block} * blockBytes).first<blockBytes>();
-        return inside(block) & ~transparentTexels(blockAt(data));
+        return (block < lastBlock ? insideOfMost : insideOfLast) & ~transparentTexels(blockAt(data));
     }
 
 private:
@@ -92,65 +89,45 @@ Range columnsOf(BlockMask seen, std::uint32_t block) {
             block * blockTexels + static_cast<std::uint32_t>(std::bit_width(columns) + 1) / 2};
 }
 
-// The blocks of a row laid over each other.
-struct Overlay {
+// What is seen in the blocks of the row, laid over each other, as far as it was looked at; widens `columns` to all that is
+// seen in it. Start-up looks at a million blocks, so it does not look longer than it must: once there is something in every
+// row of texels, only the right edge is of interest.
+BlockMask lookAtRow(const BlockRow& row, Range& columns) {
     BlockMask seenAnywhere = 0;
-    BlockMask opaqueEverywhere = wholeBlock; // what lies outside the picture counts as opaque
-};
-
-// Widens `columns` to what is seen in the row. Start-up looks at a million blocks, so it does not look longer than it
-// must: behind the left edge of a picture that is transparent at its sides only the right edge is of interest.
-Overlay lookAtRow(const BlockRow& row, Range& columns) {
-    Overlay overlay;
     const std::uint32_t blocks = row.blocks();
     std::uint32_t block = 0;
-    for (; block < blocks; ++block) {
+    for (; block < blocks && seenAnywhere != wholeBlock; ++block) {
         const BlockMask seen = row.seen(block);
-        overlay.seenAnywhere |= seen;
-        overlay.opaqueEverywhere &= seen | ~row.inside(block);
+        seenAnywhere |= seen;
         if (seen != 0 && !columns.contains(block * blockTexels, (block + 1) * blockTexels)) {
             columns.include(columnsOf(seen, block));
         }
-        if (overlay.seenAnywhere == wholeBlock && overlay.opaqueEverywhere == 0) {
-            break;
-        }
     }
-    for (std::uint32_t last = blocks; last > block + 1 && last * blockTexels > columns.end; --last) {
+    for (std::uint32_t last = blocks; last > block && last * blockTexels > columns.end; --last) {
         if (const BlockMask seen = row.seen(last - 1); seen != 0) {
             columns.include(columnsOf(seen, last - 1));
             break;
         }
     }
-    return overlay;
+    return seenAnywhere;
 }
 
 // What one level holds, in its own texels.
 struct LevelCoverage {
     Range columns; // with a texel that is not transparent
     Range rows;
-    Range opaqueRows; // the longest run
 };
 
 LevelCoverage lookAt(std::span<const std::byte> pixels, std::uint32_t width, std::uint32_t height) {
     LevelCoverage level;
-    Range run;
     const std::size_t rowBytes = std::size_t{(width + blockTexels - 1) / blockTexels} * blockBytes;
     for (std::uint32_t y = 0; y < height; y += blockTexels) {
         const std::uint32_t rows = std::min(blockTexels, height - y);
-        const Overlay overlay = lookAtRow(BlockRow(pixels.first(rowBytes), width, rows), level.columns);
+        const BlockMask seen = lookAtRow(BlockRow(pixels.first(rowBytes), width, rows), level.columns);
         pixels = pixels.subspan(rowBytes);
         for (std::uint32_t row = 0; row < rows; ++row) {
-            const BlockMask rowMask = firstRow << (rowBits * row);
-            if ((overlay.seenAnywhere & rowMask) != 0) {
+            if ((seen & firstRow << (rowBits * row)) != 0) {
                 level.rows.include({y + row, y + row + 1});
-            }
-            if ((overlay.opaqueEverywhere & rowMask) != rowMask) {
-                run = {};
-                continue;
-            }
-            run.include({y + row, y + row + 1});
-            if (run.end - run.begin > level.opaqueRows.end - level.opaqueRows.begin) {
-                level.opaqueRows = run;
             }
         }
     }
@@ -165,22 +142,13 @@ std::uint32_t scaledUp(std::uint32_t place, std::uint32_t full, std::uint32_t le
     return static_cast<std::uint32_t>((std::uint64_t{place} * full + level - 1) / level);
 }
 
-// A sample mixes the texels within one texel of it: seen ranges grow by one at both ends ...
+// A sample mixes the texels within one texel of it.
 Range grown(const Range& seen, std::uint32_t full, std::uint32_t level) {
     if (seen.isEmpty()) {
         return {};
     }
     return {scaledDown(std::max(seen.begin, 1u) - 1, full, level),
             scaledUp(std::min(seen.end + 1, level), full, level)};
-}
-
-// ... and opaque ones shrink, but not at the edge of the texture, beyond which its last texels go on.
-Range shrunk(const Range& opaque, std::uint32_t full, std::uint32_t level) {
-    if (opaque.isEmpty()) {
-        return {};
-    }
-    return {scaledUp(opaque.begin == 0 ? 0 : opaque.begin + 1, full, level),
-            scaledDown(opaque.end == level ? level : opaque.end - 1, full, level)};
 }
 
 } // namespace
@@ -192,7 +160,6 @@ CoverageByLevel coverageOf(const DdsImage& image) {
     CoverageByLevel result;
     Range columns;
     Range rows;
-    Range opaque = {0, height};
     for (const DdsUpload& upload : ddsUploads(image.header)) {
         if (upload.level >= std::min<std::uint32_t>(levels, coverageLevels)) {
             break;
@@ -205,19 +172,12 @@ CoverageByLevel coverageOf(const DdsImage& image) {
         if (const Range seen = grown(level.rows, height, upload.height); !seen.isEmpty()) {
             rows.include(seen);
         }
-        const Range hidden = shrunk(level.opaqueRows, height, upload.height);
-        opaque = {std::max(opaque.begin, hidden.begin), std::min(opaque.end, hidden.end)};
-
         TextureCoverage& coverage = result[upload.level];
         if (!columns.isEmpty() && !rows.isEmpty()) {
             coverage.left = static_cast<std::uint16_t>(columns.begin);
             coverage.right = static_cast<std::uint16_t>(width - columns.end);
             coverage.top = static_cast<std::uint16_t>(rows.begin);
             coverage.bottom = static_cast<std::uint16_t>(height - rows.end);
-        }
-        if (!opaque.isEmpty()) {
-            coverage.opaqueBegin = static_cast<std::uint16_t>(opaque.begin);
-            coverage.opaqueEnd = static_cast<std::uint16_t>(opaque.end);
         }
     }
     // Sampling does not go beyond the last level that there is.

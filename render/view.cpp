@@ -13,8 +13,9 @@ void setViewProjection(const Matrix4& matrix) {
     rendererObjects->view = matrix;
     SpriteProgram& basic = rendererObjects->basic;
     basic.material.setUniform(basic.uniforms.viewProjection, UniformValue(matrix));
-    if (std::optional<SpriteProgram>& plain = rendererObjects->plain) {
-        plain->material.setUniform(plain->uniforms.viewProjection, UniformValue(matrix));
+    if (rendererObjects->software) {
+        SpriteProgram& plain = rendererObjects->software->plain;
+        plain.material.setUniform(plain.uniforms.viewProjection, UniformValue(matrix));
     }
 }
 

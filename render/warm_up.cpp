@@ -1,7 +1,10 @@
 #include "render/warm_up.h"
 
+#include <utility>
+
 #include "render/image_table.h"
 #include "render/renderer.h"
+#include "render/renderer_objects.h"
 #include "render/sprite.h"
 
 namespace dunkman {
@@ -9,11 +12,18 @@ namespace dunkman {
 namespace {
 
 void drawUnseen(const Texture2D& texture, double saturation) {
-    draw({.texture = texture,
-          .mode = SpriteMode::Interface,
-          .saturation = saturation,
-          .size = {0.0, 0.0},
-          .pivot = {0.0, 0.0}});
+    const Sprite unseen = {.texture = texture,
+                           .mode = SpriteMode::Interface,
+                           .saturation = saturation,
+                           .size = {0.0, 0.0},
+                           .pivot = {0.0, 0.0}};
+    draw(unseen);
+    if (isPreparedForSoftware()) { // by the other sampler, too
+        RendererObjects& objects = *rendererObjects;
+        std::swap(objects.sampler, objects.software->magnifier);
+        draw(unseen);
+        std::swap(objects.sampler, objects.software->magnifier);
+    }
 }
 
 void drawAllUnseen(double saturation) {
@@ -31,7 +41,7 @@ void drawUnseen(const Texture2D& texture) { drawUnseen(texture, 1.0); }
 
 void warmUpDriver() {
     drawAllUnseen(1.0);
-    if (hasPlainProgram()) {
+    if (isPreparedForSoftware()) {
         drawAllUnseen(0.5); // by the other program
     }
 }

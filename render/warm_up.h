@@ -10,7 +10,7 @@ namespace dunkman {
 // Draws at size zero, so that nothing of it can be seen.
 void drawUnseen(const Texture2D& texture);
 
-// Draws every image and every glyph unseen, by every sprite program.
+// Draws every image and every glyph unseen, by every sprite program and sampler.
 void warmUpDriver();
 
 } // namespace dunkman

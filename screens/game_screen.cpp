@@ -8,10 +8,10 @@
 #include "base/geometry.h"
 #include "base/key_states_writer.h"
 #include "exact/exact_math.h"
-#include "render/cover.h"
 #include "render/gl.h"
 #include "render/image_table.h"
-#include "render/scissor.h"
+#include "render/nearest_first.h"
+#include "render/renderer.h"
 #include "render/warm_up.h"
 #include "world/camera.h"
 #include "world/player.h"
@@ -33,6 +33,7 @@ constexpr double heartMarginLeft = 0.4;
 // More than any view holds: with the gap alone for a width, 88 reach its right edge.
 constexpr std::int32_t mostHearts = 1000;
 
+constexpr double behindAll = 2.0; // zOffset of the backdrop: what the identity view shows no sprite behind
 constexpr Matrix4 identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
 const Player& hero() {
@@ -54,19 +55,6 @@ void drawHearts(std::int32_t health) {
                          exactSin(frameState.elapsedTime * 8.0 - static_cast<double>(i) * 0.4) * 15.0);
         heart.position.x += heart.size.x + heartGap;
     }
-}
-
-// The pixels of the backdrop that sea and sand will leave open. Without a graphics card the rest, which is most of it, would
-// cost a sixth of a frame for nothing.
-PixelRect openSky(const Matrix4& view) {
-    Cover cover(view);
-    for (const OwnedObject& object : world.objectsOfType(ObjectType::Drawable)) {
-        const auto& drawable = static_cast<const Drawable&>(*object);
-        Sprite sprite = drawable.asSprite();
-        sprite.angle = drawable.tilt;
-        cover.add(sprite);
-    }
-    return cover.uncovered();
 }
 
 } // namespace
@@ -131,25 +119,33 @@ void GameScreen::update() {
 }
 
 void GameScreen::render() {
-    const Camera* const camera = world.first<Camera>();
-    const Matrix4 view = camera == nullptr ? identity
-                                           : worldViewProjection(camera->position.x + camera->offset.x,
-                                                                 camera->position.y + camera->offset.y);
+    // Where the nearest comes first, the backdrop comes last, and is hidden from most of its pixels before they are coloured.
+    const bool isBackdropLast = isPreparedForSoftware();
     setViewProjection(identity);
-    glDepthMask(GLboolean{0});
-    {
-        const Scissor scissor(openSky(view));
-        backdrop.draw();
+    if (!isBackdropLast) {
+        drawBackdrop();
     }
-    glDepthMask(GLboolean{1});
 
-    if (camera != nullptr) {
-        setViewProjection(view);
+    if (const Camera* const camera = world.first<Camera>()) {
+        setViewProjection(worldViewProjection(camera->position.x + camera->offset.x,
+                                              camera->position.y + camera->offset.y));
     }
-    world.drawAll();
+    drawNearestFirst([] { world.drawAll(); });
+    if (isBackdropLast) {
+        setViewProjection(identity);
+        backdrop.zOffset = behindAll;
+        drawBackdrop();
+    }
 
     setViewProjection(healthViewProjection());
     drawHearts(hero().health);
+}
+
+// Without depth writes: whatever is drawn later lies over it.
+void GameScreen::drawBackdrop() {
+    glDepthMask(GLboolean{0});
+    backdrop.draw();
+    glDepthMask(GLboolean{1});
 }
 
 } // namespace dunkman

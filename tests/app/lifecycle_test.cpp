@@ -77,13 +77,13 @@ TEST_F(Lifecycle, ShowsADarkPictureBeforeItLoadsAnything) {
     EXPECT_EQ(simulated::machine.bufferSwaps, 1);
 }
 
-TEST_F(Lifecycle, HasASecondProgramForPlainSpritesWhereTheProcessorDraws) {
+TEST_F(Lifecycle, PreparesForSoftwareWhereTheProcessorDraws) {
     start(InputMode::Live);
-    EXPECT_FALSE(hasPlainProgram());
+    EXPECT_FALSE(isPreparedForSoftware());
     resetProgram();
     simulated::machine.drawsInSoftware = true;
     start(InputMode::Live);
-    EXPECT_TRUE(hasPlainProgram());
+    EXPECT_TRUE(isPreparedForSoftware());
 }
 
 TEST_F(Lifecycle, StartsOnTheLoadingScreen) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,7 @@ constexpr const char* usesPlain = "glUseProgram(4)";
 class PlainSprites : public testing::Test {
 protected:
     PlainSprites() {
-        rendererObjects->plain.emplace(ShaderSourceSet{}, ShaderSourceSet{});
+        rendererObjects->software.emplace(ShaderSourceSet{}, ShaderSourceSet{});
         scene.gl.calls.clear();
     }
 
@@ -73,6 +74,17 @@ TEST_F(PlainSprites, LeaveTheRenderStateAsTheCallerHasIt) {
     }
 }
 
+// Found by the address sanitizer: binding the other program sent it the texture of the last sprite that it had drawn.
+TEST_F(PlainSprites, NeedNoTextureThatOthersHadBeforeThem) {
+    auto gone = std::make_unique<Texture2D>(picture);
+    gone->name = 77;
+    draw({.texture = *gone, .gain = 2.0});
+    draw({.texture = picture});
+    gone.reset();
+    scene.gl.calls.clear();
+    EXPECT_THAT(callsOf({.texture = picture, .gain = 2.0}), Not(Contains("glBindTextureUnit(0, 77)")));
+}
+
 TEST_F(PlainSprites, SeeTheViewThatAllSpritesSee) {
     Matrix4 view{};
     view[5] = 3.0f;
@@ -91,9 +103,10 @@ TEST_F(PlainSprites, AreWarmedUpBesideTheOthers) {
 
 TEST_F(PlainSprites, LoseTheirProgramWithTheOthers) {
     releaseRenderer();
-    EXPECT_THAT(scene.gl.calls, ElementsAre("glDeleteProgram(1)", "glDeleteProgram(4)",
-                                            "glDeleteVertexArrays(1, {2})", "glDeleteSamplers(1, {3})"));
-    EXPECT_FALSE(hasPlainProgram());
+    EXPECT_THAT(scene.gl.calls,
+                ElementsAre("glDeleteProgram(1)", "glDeleteProgram(4)", "glDeleteVertexArrays(1, {2})",
+                            "glDeleteSamplers(1, {3})", "glDeleteSamplers(1, {5})"));
+    EXPECT_FALSE(isPreparedForSoftware());
 }
 
 } // namespace

@@ -63,10 +63,10 @@ TEST_F(RendererStart, DefinesThePlainProgramBehindTheVersion) {
     write("drawable_basic.vert", "v");
     write("drawable_basic.frag", "// a comment\n#version 450\nvoid main() {}\n");
     createRenderer();
-    EXPECT_FALSE(hasPlainProgram());
+    EXPECT_FALSE(isPreparedForSoftware());
     gl.calls.clear();
-    createPlainProgram();
-    EXPECT_TRUE(hasPlainProgram());
+    prepareForSoftware();
+    EXPECT_TRUE(isPreparedForSoftware());
     EXPECT_EQ(gl.calls[1], "glShaderSource(6, 1, \"v\", null)");
     EXPECT_EQ(gl.calls[5],
               "glShaderSource(7, 1, \"// a comment\n#version 450\n#define PLAIN_SPRITES\n#line 3\n"
@@ -78,7 +78,7 @@ TEST_F(RendererStart, DefinesThePlainProgramFirstWhereThereIsNoVersion) {
     write("drawable_basic.frag", "f");
     createRenderer();
     gl.calls.clear();
-    createPlainProgram();
+    prepareForSoftware();
     EXPECT_EQ(gl.calls[5], "glShaderSource(7, 1, \"#define PLAIN_SPRITES\n#line 1\nf\", null)");
 }
 

@@ -175,12 +175,13 @@ TEST_F(SpriteDrawing, DoesWithoutAUniformThatTheCompilerRemoved) {
     EXPECT_EQ(scene.takeSprites().size(), 1u);
 }
 
-// A picture of 160 by 80 pixels that shows 16 by 8 units about the origin: ten pixels a unit.
+// What only OpenGL in software is spared. A picture of 160 by 80 pixels that shows 16 by 8 units about the origin: ten pixels a unit.
 class SpriteWithBorders : public SpriteDrawing {
 protected:
     SpriteWithBorders() {
         writable::frameState.clientWidth = 160;
         writable::frameState.clientHeight = 80;
+        rendererObjects->software.emplace(ShaderSourceSet{}, ShaderSourceSet{});
         setViewProjection({0.125f, 0, 0, 0, 0, 0.25f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1});
         for (TextureCoverage& coverage : bordered.coverage) {
             coverage = {.left = 16, .top = 24, .right = 24, .bottom = 8};
@@ -244,6 +245,11 @@ TEST_F(SpriteWithBorders, IsDrawnWholeWhereItsPlaceIsNoNumber) {
     Sprite lost = upright();
     lost.position = {std::nan(""), 0.0};
     EXPECT_THAT(drawnWithin(lost), ElementsAre(drawCall));
+}
+
+TEST_F(SpriteWithBorders, IsDrawnWholeByAGraphicsCard) {
+    rendererObjects->software.reset();
+    EXPECT_THAT(drawnWithin(upright()), ElementsAre(drawCall));
 }
 
 TEST_F(SpriteWithBorders, LeavesAScissorAloneThatIsInForce) {

@@ -8,8 +8,10 @@
 #include "base/fatal.h"
 #include "render/image_table_writer.h"
 #include "render/renderer.h"
+#include "render/renderer_objects.h"
 #include "tests/fakes/recording_gl.h"
 #include "tests/render/dds_bytes.h"
+#include "tests/render/sprite_scene.h"
 
 namespace dunkman {
 namespace {
@@ -47,6 +49,17 @@ TEST_F(TextureLoading, DescribesTheTexture) {
     EXPECT_EQ(texture.width, 8u);
     EXPECT_EQ(texture.height, 4u);
     EXPECT_EQ(texture.levels, 3u);
+}
+
+TEST_F(TextureLoading, LooksForEmptyBordersWhereOpenGlIsDoneInSoftware) {
+    std::string bytes = DdsBytes{.width = 8, .height = 4}.build();
+    bytes.replace(bytes.size() - 12, 4,
+                  "\xFF\xFF\xFF\xFF"); // the indices of the left one of two blocks: transparent
+    std::ofstream(path, std::ios::binary) << bytes;
+    EXPECT_EQ(Texture2D(path.string()).coverage.front(), TextureCoverage());
+    const SpriteScene scene;
+    rendererObjects->software.emplace(ShaderSourceSet{}, ShaderSourceSet{});
+    EXPECT_EQ(Texture2D(path.string()).coverage.front(), (TextureCoverage{.left = 3}));
 }
 
 TEST_F(TextureLoading, UploadsLevelsBeyondTheStorageToo) {

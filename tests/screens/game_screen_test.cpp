@@ -1,11 +1,14 @@
 #include "screens/game_screen.h"
 
-#include <array>
+#include <gmock/gmock.h>
+
 #include <cmath>
 #include <limits>
 
 #include "base/frame_state_writer.h"
-#include "render/gl.h"
+#include "render/binding_state_writer.h"
+#include "render/renderer.h"
+#include "render/renderer_objects.h"
 #include "tests/fakes/program_fixture.h"
 #include "tests/screens/draw_line.h"
 #include "world/camera.h"
@@ -132,34 +135,40 @@ TEST_F(GameScreenTest, WorldViewLooksFromTenUnitsAtTheCamerasPoint) {
     EXPECT_NEAR(project(3.0 + halfHeight * 16.0 / 9.0, 2.0).first, 1.0, 1e-5);
 }
 
-// What glScissor was told last.
-std::array<GLint, 4> lastScissor;
-void noteScissor(GLint x, GLint y, GLsizei width, GLsizei height) { lastScissor = {x, y, width, height}; }
+class SoftwareGameScreenTest : public GameScreenTest {
+protected:
+    SoftwareGameScreenTest() { prepareForSoftware(); }
+};
 
-TEST_F(GameScreenTest, DrawsTheBackdropOnlyWhereTheWorldLeavesItOpen) {
-    writable::frameState.clientWidth = 1600;
-    writable::frameState.clientHeight = 900;
-    glScissor = noteScissor;
-    renderLines();
-    EXPECT_EQ(lastScissor, (std::array<GLint, 4>{0, 0, 1600, 900}));
+// There the nearest comes first, so that what it hides need not be coloured.
+TEST_F(SoftwareGameScreenTest, DrawsTheBackdropBehindTheWorldThatIsThereAlready) {
+    std::string order;
+    double z = 0.0;
+    for (const std::string& line : renderLines()) {
+        const bool isView = line.starts_with("view");
+        order += isView ? "view " : drawnSprites({line})[0].image + ' ';
+        if (!isView && drawnSprites({line})[0].image == "sunset") {
+            z = drawnSprites({line})[0].z;
+        }
+    }
+    EXPECT_THAT(order, testing::EndsWith(
+                           "view playerUnarmed view sunset view pineappleHeart pineappleHeart pineappleHeart "
+                           "pineappleHeart pineappleHeart "));
+    EXPECT_EQ(z, 2.0);
+}
 
-    OwnedObject added = createObject(ObjectType::Drawable);
-    auto& ground = static_cast<Drawable&>(*added);
-    ground.useImage("sunset"); // any that is opaque
-    const Camera& camera = *world.first<Camera>();
-    ground.position = {std::floor(camera.position.x), std::floor(camera.position.y + camera.offset.y)};
-    ground.pivot = {0.5, 1.0};
-    ground.size = {64.0, 64.0};
-    world.queueAdd(std::move(added));
-    world.applyPending();
+TEST_F(SoftwareGameScreenTest, SeesAWorldWithoutACameraThroughTheBackdropsViewToo) {
+    data.write("scene.json5", R"([{"recipe":"hero"}])");
+    switchTo(ScreenId::Game);
     renderLines();
-    EXPECT_GT(lastScissor[1], 400) << "the lower half is hidden";
-    EXPECT_LT(lastScissor[1], 450);
-    EXPECT_EQ(lastScissor[1] + lastScissor[3], 900);
-
-    ground.tilt = 10.0; // its edges could be anywhere
-    renderLines();
-    EXPECT_EQ(lastScissor, (std::array<GLint, 4>{0, 0, 1600, 900}));
+    const std::vector<std::string> lines = renderLines(); // after the view of the hearts
+    const std::vector<std::string> hardware = [] {
+        rendererObjects->software.reset();
+        writable::bindingState = {};
+        return renderLines();
+    }();
+    EXPECT_EQ(lines.at(0), hardware.at(0));
+    EXPECT_TRUE(lines.at(0).starts_with("view"));
 }
 
 TEST_F(GameScreenTest, InterfaceAndWorldViewsAreIndependent) {

@@ -16,8 +16,11 @@
 #include "platform/offscreen/offscreen.h"
 #include "platform/simulated/platform_sim.h"
 #include "render/binding_state_writer.h"
+#include "render/image_table.h"
+#include "render/renderer.h"
 #include "render/renderer_objects.h"
 #include "render/shader_preprocessor.h"
+#include "render/warm_up.h"
 #include "screens/screen.h"
 #include "tools/console/about.h"
 #include "tools/console/fault.h"
@@ -119,15 +122,18 @@ std::unique_ptr<RendererObjects> makeFloorRenderer() {
     ShaderSourceSet sources;
     sources.vertex = preprocessShaderFile("drawable_basic.vert");
     sources.fragment = floorFragment;
-    return std::make_unique<RendererObjects>(sources, ShaderSourceSet());
+    auto floor = std::make_unique<RendererObjects>(sources, ShaderSourceSet());
+    if (isPreparedForSoftware()) { // the same pixels by the same samplers
+        floor->software.emplace(sources, ShaderSourceSet());
+    }
+    return floor;
 }
 
 void swapRenderer(std::unique_ptr<RendererObjects>& other) {
     std::swap(rendererObjects, other);
     writable::bindingState = {};
-    // At once, not with the first sprite: the backdrop turns depth writes off before it is drawn.
-    rendererObjects->basic.material.applyRenderState();
-    rendererObjects->basic.material.bind();
+    // The state of rendering comes with the first sprite. Not with the backdrop, which turns depth writes off before it is drawn.
+    drawUnseen(pictures.imageTable.begin()->second);
 }
 
 double timeOfFrame(std::int64_t steps) {

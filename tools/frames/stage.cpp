@@ -29,6 +29,9 @@ std::int64_t iterations = 0;
 } // namespace
 
 void begin(const Beginning& beginning) {
+    counter = {};
+    keyScript = {};
+    iterations = 0;
     if (!beginning.keysPath.empty()) {
         keyScript = headless::KeyScript::readFile(beginning.keysPath);
     }

@@ -18,7 +18,8 @@ struct Beginning {
     std::string keysPath;                // a key script; empty: no key is ever down
 };
 
-// Starts the game and stays in its working directory. Once in a process. Throws what the game and the key script throw.
+// Starts the game and stays in its working directory. Once in a process, or after
+// resetProgram of app/reset.h. Throws what the game and the key script throw.
 void begin(const Beginning& beginning);
 
 // Steps that have been run or begun, and so the number of the step that comes next.
