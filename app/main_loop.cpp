@@ -9,6 +9,7 @@
 #include "base/frame_state_writer.h"
 #include "base/key_states.h"
 #include "platform/platform.h"
+#include "render/discard.h"
 #include "render/gl.h"
 
 namespace dunkman {
@@ -47,16 +48,6 @@ std::int64_t stepsDue(double seconds) {
         std::min(std::floor(seconds / frameState.frameDelta), maxStepsPerIteration));
 }
 
-// While it lives, clearing and drawing leave no pixels behind; every other effect of a call stays.
-class PixelsDiscarded {
-public:
-    PixelsDiscarded() { glEnable(GL_RASTERIZER_DISCARD); }
-    ~PixelsDiscarded() { glDisable(GL_RASTERIZER_DISCARD); }
-    PixelsDiscarded(const PixelsDiscarded&) = delete;
-    PixelsDiscarded& operator=(const PixelsDiscarded&) = delete;
-};
-
-// What a turn of the loop ran, and what it let fall because it was too late.
 struct Steps {
     std::int64_t run = 0;
     std::int64_t dropped = 0;

@@ -12,7 +12,6 @@
 #include "platform/canvas.h"
 #include "platform/software_gl.h"
 #include "platform/unpacked_textures.h"
-#include "platform/unseen_draws.h"
 #include "platform/window_win32.h"
 #include "render/gl_loader.h"
 
@@ -118,7 +117,6 @@ void createGlContext() {
 void loadGlFunctions() {
     dunkman::loadGlFunctions(lookUpInSystemLibrary, askDriver);
     unpackTexturesInSoftware(askDriver, lookUpInSystemLibrary);
-    skipUnseenDrawsInSoftware(lookUpInSystemLibrary);
     canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }

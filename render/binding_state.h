@@ -10,6 +10,7 @@ struct BindingState {
     const ProgramBase* currentProgram = nullptr;   // last passed to glUseProgram; null: none
     const MaterialBase* currentMaterial = nullptr; // whose values were last uploaded; null: none
     bool isScissored = false;                      // whether a scissor rectangle is in force
+    bool isDiscarding = false;                     // whether all pixels are discarded
 };
 
 extern const BindingState& bindingState;

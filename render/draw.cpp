@@ -1,5 +1,7 @@
 #include <cassert>
+#include <optional>
 
+#include "render/binding_state.h"
 #include "render/renderer_objects.h"
 #include "render/sprite.h"
 
@@ -7,11 +9,16 @@ namespace dunkman {
 
 void draw(const Sprite& sprite) {
     assert(rendererObjects != nullptr);
-    if (rendererObjects->software && rendererObjects->software->queue.isOpen()) {
-        rendererObjects->software->queue.add(sprite, rendererObjects->view);
-    } else {
-        drawAtOnce(sprite);
+    if (std::optional<SoftwareObjects>& software = rendererObjects->software) {
+        if (bindingState.isDiscarding) {
+            return;
+        }
+        if (software->queue.isOpen()) {
+            software->queue.add(sprite);
+            return;
+        }
     }
+    drawAtOnce(sprite);
 }
 
 } // namespace dunkman

@@ -24,12 +24,12 @@ std::optional<PlaneInPicture> planeInPicture(const Matrix4& view) {
 
 std::optional<Footprint> footprintOf(const Placement& placement, const Matrix4& view) {
     const std::optional<PlaneInPicture> plane = planeInPicture(view);
-    if (!plane) {
-        return std::nullopt;
-    }
+    return plane ? std::optional(footprintOf(placement, *plane)) : std::nullopt;
+}
+
+Footprint footprintOf(const Placement& placement, const PlaneInPicture& plane) {
     const auto way = [&plane](double x, double y) {
-        return Vec2{plane->rightward.x * x + plane->upward.x * y,
-                    plane->rightward.y * x + plane->upward.y * y};
+        return Vec2{plane.rightward.x * x + plane.upward.x * y, plane.rightward.y * x + plane.upward.y * y};
     };
     const auto dest = [&placement](std::size_t index) {
         return static_cast<double>(placement.destMinAndSize[index]);
@@ -42,9 +42,9 @@ std::optional<Footprint> footprintOf(const Placement& placement, const Matrix4& 
     };
     const Vec2 position = way(place(0), place(1));
     const Vec2 toCorner = turned(dest(0), dest(1));
-    return Footprint{{plane->origin.x + position.x + toCorner.x, plane->origin.y + position.y + toCorner.y},
-                     turned(dest(2), 0.0),
-                     turned(0.0, dest(3))};
+    return {{plane.origin.x + position.x + toCorner.x, plane.origin.y + position.y + toCorner.y},
+            turned(dest(2), 0.0),
+            turned(0.0, dest(3))};
 }
 
 double texelsPerPixel(const Footprint& footprint, const Texture2D& texture) {
@@ -61,12 +61,12 @@ double texelsPerPixel(const Footprint& footprint, const Texture2D& texture) {
                               squareOf(up.x * width, across.x * height))); // upward
 }
 
-TextureCoverage coverageAt(double texelsPerPixel, const Texture2D& texture) {
+TextureCoverage coverageAt(double texelsPerPixel, const CoverageByLevel& coverage) {
     // Drivers may take a scale that is a little larger than the true one, where a sprite is turned by up to the root of 2.
     double reach = texelsPerPixel * 1.415;
-    for (const TextureCoverage& coverage : texture.coverage) {
+    for (const TextureCoverage& level : coverage) {
         if (reach <= 1.0) {
-            return coverage;
+            return level;
         }
         reach *= 0.5;
     }

@@ -6,6 +6,7 @@
 #include "base/geometry.h"
 #include "render/placement.h"
 #include "render/texture.h"
+#include "render/texture_coverage.h"
 #include "render/view.h"
 
 namespace dunkman {
@@ -45,12 +46,13 @@ std::optional<PlaneInPicture> planeInPicture(const Matrix4& view);
 // The footprint of a quad of that placement. None while there is no picture
 // to lie in, and none where the view would turn the quad out of the plane of the picture.
 std::optional<Footprint> footprintOf(const Placement& placement, const Matrix4& view);
+Footprint footprintOf(const Placement& placement, const PlaneInPicture& plane);
 
 // Texels of the full size that go into a pixel, in the direction in which they are most: OpenGL's scale factor rho.
 // Infinite for a quad without area.
 double texelsPerPixel(const Footprint& footprint, const Texture2D& texture);
 
 // What is known of a texture's alpha when it is sampled so densely.
-TextureCoverage coverageAt(double texelsPerPixel, const Texture2D& texture);
+TextureCoverage coverageAt(double texelsPerPixel, const CoverageByLevel& coverage);
 
 } // namespace dunkman

@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cassert>
-#include <optional>
 
 #include "base/frame_state.h"
-#include "render/footprint.h"
 #include "render/placement.h"
 #include "render/renderer_objects.h"
 
@@ -47,9 +45,11 @@ SpriteQueue::SpriteQueue() {
     order.reserve(mostEntries);
 }
 
-void SpriteQueue::begin() {
+void SpriteQueue::begin(const Matrix4& view) {
     assert(!open);
     open = true;
+    viewProjection = view;
+    plane = planeInPicture(view);
     entries.clear();
     order.clear();
 }
@@ -58,14 +58,13 @@ bool SpriteQueue::mayOvertake(const Entry& later, const Entry& earlier) {
     return later.depths.farthest < earlier.depths.nearest || areApart(later.box, earlier.box);
 }
 
-void SpriteQueue::add(const Sprite& sprite, const Matrix4& view) {
+void SpriteQueue::add(const Sprite& sprite) {
     const Placement placement = placementOf(sprite);
-    const std::optional<Footprint> footprint = footprintOf(placement, view);
-    const Entry entry = {sprite, footprint ? boxAround(*footprint) : everywhere,
-                         depthRangeOf(sprite.mode, placement, sprite.zOffset, view)};
-    if (footprint && areApart(entry.box, wholePicture())) {
+    const Rect box = plane ? boxAround(footprintOf(placement, *plane)) : everywhere;
+    if (plane && areApart(box, wholePicture())) {
         return;
     }
+    const Entry entry = {sprite, box, depthRangeOf(sprite.mode, placement, sprite.zOffset, viewProjection)};
     if (entries.size() == mostEntries) {
         drawAll();
     }
@@ -97,7 +96,7 @@ void drawNearestFirst(void (*drawSprites)()) {
         return;
     }
     SpriteQueue& queue = rendererObjects->software->queue;
-    queue.begin();
+    queue.begin(rendererObjects->view);
     drawSprites();
     queue.end();
 }

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "base/geometry.h"
+#include "render/footprint.h"
 #include "render/sorting_depth.h"
 #include "render/sprite.h"
 #include "render/view.h"
@@ -21,11 +23,10 @@ class SpriteQueue {
 public:
     SpriteQueue();
 
-    void begin();
+    // With this view the sprites are to be drawn.
+    void begin(const Matrix4& view);
     bool isOpen() const { return open; }
-
-    // The view that the sprite is to be drawn with.
-    void add(const Sprite& sprite, const Matrix4& view);
+    void add(const Sprite& sprite);
 
     // Draws them.
     void end();
@@ -40,6 +41,8 @@ private:
     static bool mayOvertake(const Entry& later, const Entry& earlier);
     void drawAll();
 
+    Matrix4 viewProjection{};
+    std::optional<PlaneInPicture> plane;
     std::vector<Entry> entries; // as they came
     std::vector<std::uint32_t> order;
     bool open = false;

@@ -3,12 +3,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 #include "render/material.h"
 #include "render/mesh.h"
 #include "render/nearest_first.h"
 #include "render/program.h"
 #include "render/sampler.h"
+#include "render/texture_coverage.h"
 #include "render/view.h"
 
 namespace dunkman {
@@ -43,6 +45,8 @@ struct SoftwareObjects {
     SpriteProgram plain; // draws what has nothing to adjust
     Sampler magnifier;   // samples what is shown no smaller than it is
     SpriteQueue queue;
+    std::unordered_map<std::uint32_t, CoverageByLevel>
+        coverage; // of the textures that are loaded, by their names
 };
 
 // The drawing objects that createRenderer makes and that every sprite is drawn with.

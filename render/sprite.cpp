@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cassert>
+#include <cstddef>
 #include <optional>
 
 #include "render/binding_state.h"
@@ -78,14 +79,18 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
     material.setUniform(uniforms.zOffset, UniformValue(static_cast<float>(zOffset)));
     material.setUniform(uniforms.gammaGainSaturation, UniformValue(floatsOf(gamma, gain, saturation)));
     material.setUniform(uniforms.tint, UniformValue(floatsOf(tintR, tintG, tintB)));
-    std::optional<PixelRect> part;
+    VisibleParts visible;
     if (objects.software && !bindingState.isScissored) {
-        part = visiblePart(texture, mirrorX, mirrorY, placement, objects.view);
+        const auto& known = objects.software->coverage;
+        if (const auto coverage = known.find(texture.name); coverage != known.end()) {
+            visible = visibleParts(texture, coverage->second, mirrorX, mirrorY, placement, objects.view);
+        }
     }
-    if (part) {
-        const Scissor scissor(*part);
+    if (visible.count == 0) {
         objects.quad.draw();
-    } else {
+    }
+    for (std::size_t part = 0; part < visible.count; ++part) {
+        const Scissor scissor(visible.parts[part]);
         objects.quad.draw();
     }
 }

@@ -5,6 +5,8 @@
 #include "render/dds.h"
 #include "render/gl.h"
 #include "render/renderer.h"
+#include "render/renderer_objects.h"
+#include "render/texture_coverage.h"
 
 namespace dunkman {
 
@@ -14,10 +16,10 @@ Texture2D::Texture2D(const std::string& path) {
     width = image.header.width;
     height = image.header.height;
     levels = static_cast<std::uint8_t>(ddsStorageLevels(image.header));
-    if (isPreparedForSoftware()) {
-        coverage = coverageOf(image);
-    }
     glCreateTextures(GL_TEXTURE_2D, 1, &name);
+    if (isPreparedForSoftware()) {
+        rendererObjects->software->coverage[name] = coverageOf(image);
+    }
     glTextureStorage2D(name, levels, internalFormat, static_cast<GLsizei>(width),
                        static_cast<GLsizei>(height));
     // A file may hold more levels than a texture of its size can have. They are handed over too; OpenGL refuses
@@ -31,6 +33,9 @@ Texture2D::Texture2D(const std::string& path) {
 }
 
 void Texture2D::release() {
+    if (isPreparedForSoftware()) {
+        rendererObjects->software->coverage.erase(name);
+    }
     glDeleteTextures(1, &name);
     name = 0;
 }

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "render/handle.h"
-#include "render/texture_coverage.h"
 
 namespace dunkman {
 
@@ -15,7 +14,6 @@ public:
     std::uint32_t width = 0;               // texels
     std::uint32_t height = 0;              // texels
     std::uint8_t levels = 1;
-    CoverageByLevel coverage; // looked up where OpenGL is done in software
 
     Texture2D() = default;
 

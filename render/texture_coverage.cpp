@@ -45,9 +45,11 @@ struct Range {
     std::uint32_t end = 0;
 
     bool isEmpty() const { return begin >= end; }
-    bool contains(std::uint32_t from, std::uint32_t to) const { return begin <= from && to <= end; }
+    std::uint32_t length() const { return isEmpty() ? 0 : end - begin; }
     void include(const Range& other) {
-        *this = isEmpty() ? other : Range{std::min(begin, other.begin), std::max(end, other.end)};
+        if (!other.isEmpty()) {
+            *this = isEmpty() ? other : Range{std::min(begin, other.begin), std::max(end, other.end)};
+        }
     }
 };
 
@@ -81,7 +83,18 @@ private:
     BlockMask insideOfLast;
 };
 
-// The columns of texels that are seen in a block.
+// Something that is seen within this rectangle.
+struct Extent {
+    Range columns;
+    Range rows;
+
+    void include(const Extent& other) {
+        columns.include(other.columns);
+        rows.include(other.rows);
+    }
+    std::uint64_t area() const { return std::uint64_t{columns.length()} * rows.length(); }
+};
+
 Range columnsOf(BlockMask seen, std::uint32_t block) {
     const BlockMask columns =
         (seen | seen >> rowBits | seen >> (2 * rowBits) | seen >> (3 * rowBits)) & firstRow;
@@ -89,49 +102,29 @@ Range columnsOf(BlockMask seen, std::uint32_t block) {
             block * blockTexels + static_cast<std::uint32_t>(std::bit_width(columns) + 1) / 2};
 }
 
-// What is seen in the blocks of the row, laid over each other, as far as it was looked at; widens `columns` to all that is
-// seen in it. Start-up looks at a million blocks, so it does not look longer than it must: once there is something in every
-// row of texels, only the right edge is of interest.
-BlockMask lookAtRow(const BlockRow& row, Range& columns) {
-    BlockMask seenAnywhere = 0;
+Range rowsOf(BlockMask seen) {
+    return {static_cast<std::uint32_t>(std::countr_zero(seen)) / rowBits,
+            static_cast<std::uint32_t>(std::bit_width(seen) - 1) / rowBits + 1};
+}
+
+// Rows count from the first of the blocks'. Start-up looks at a million blocks, so it does not look longer than it must: once
+// there is something in the first and the last row, only the right edge is of interest.
+Extent extentOf(const BlockRow& row, std::uint32_t rowCount) {
+    Extent extent;
     const std::uint32_t blocks = row.blocks();
     std::uint32_t block = 0;
-    for (; block < blocks && seenAnywhere != wholeBlock; ++block) {
-        const BlockMask seen = row.seen(block);
-        seenAnywhere |= seen;
-        if (seen != 0 && !columns.contains(block * blockTexels, (block + 1) * blockTexels)) {
-            columns.include(columnsOf(seen, block));
+    for (; block < blocks && extent.rows.length() < rowCount; ++block) {
+        if (const BlockMask seen = row.seen(block); seen != 0) {
+            extent.include({columnsOf(seen, block), rowsOf(seen)});
         }
     }
-    for (std::uint32_t last = blocks; last > block && last * blockTexels > columns.end; --last) {
+    for (std::uint32_t last = blocks; last > block; --last) {
         if (const BlockMask seen = row.seen(last - 1); seen != 0) {
-            columns.include(columnsOf(seen, last - 1));
+            extent.columns.include(columnsOf(seen, last - 1));
             break;
         }
     }
-    return seenAnywhere;
-}
-
-// What one level holds, in its own texels.
-struct LevelCoverage {
-    Range columns; // with a texel that is not transparent
-    Range rows;
-};
-
-LevelCoverage lookAt(std::span<const std::byte> pixels, std::uint32_t width, std::uint32_t height) {
-    LevelCoverage level;
-    const std::size_t rowBytes = std::size_t{(width + blockTexels - 1) / blockTexels} * blockBytes;
-    for (std::uint32_t y = 0; y < height; y += blockTexels) {
-        const std::uint32_t rows = std::min(blockTexels, height - y);
-        const BlockMask seen = lookAtRow(BlockRow(pixels.first(rowBytes), width, rows), level.columns);
-        pixels = pixels.subspan(rowBytes);
-        for (std::uint32_t row = 0; row < rows; ++row) {
-            if ((seen & firstRow << (rowBits * row)) != 0) {
-                level.rows.include({y + row, y + row + 1});
-            }
-        }
-    }
-    return level;
+    return extent;
 }
 
 // A place between the texels of a level, in texels of the full size.
@@ -142,13 +135,123 @@ std::uint32_t scaledUp(std::uint32_t place, std::uint32_t full, std::uint32_t le
     return static_cast<std::uint32_t>((std::uint64_t{place} * full + level - 1) / level);
 }
 
-// A sample mixes the texels within one texel of it.
-Range grown(const Range& seen, std::uint32_t full, std::uint32_t level) {
-    if (seen.isEmpty()) {
-        return {};
-    }
+// Where something of it may be sampled, in texels of the full size: a sample mixes the texels within one texel of it.
+Range sampledFrom(const Range& seen, std::uint32_t full, std::uint32_t level) {
     return {scaledDown(std::max(seen.begin, 1u) - 1, full, level),
             scaledUp(std::min(seen.end + 1, level), full, level)};
+}
+
+// The texture cut into strips of so many rows, with what may be sampled in each of them.
+class Strips {
+public:
+    static constexpr std::uint32_t mostStrips = 40;
+
+    Strips(std::uint32_t textureWidth, std::uint32_t textureHeight)
+        : width(textureWidth), height(textureHeight), rows((height + mostStrips - 1) / mostStrips),
+          count((height + rows - 1) / rows) {}
+
+    // What is seen in that level, too.
+    void include(std::span<const std::byte> pixels, std::uint32_t levelWidth, std::uint32_t levelHeight) {
+        const std::size_t rowBytes = std::size_t{(levelWidth + blockTexels - 1) / blockTexels} * blockBytes;
+        for (std::uint32_t y = 0; y < levelHeight; y += blockTexels) {
+            const std::uint32_t rowCount = std::min(blockTexels, levelHeight - y);
+            Extent seen = extentOf(BlockRow(pixels.first(rowBytes), levelWidth, rowCount), rowCount);
+            pixels = pixels.subspan(rowBytes);
+            if (seen.columns.isEmpty()) {
+                continue;
+            }
+            seen.rows = sampledFrom({y + seen.rows.begin, y + seen.rows.end}, height, levelHeight);
+            seen.columns = sampledFrom(seen.columns, width, levelWidth);
+            include(seen);
+        }
+    }
+
+    std::size_t size() const { return count; }
+    const Extent& operator[](std::size_t index) const { return strips[index]; }
+
+private:
+    void include(const Extent& seen) {
+        for (std::uint32_t index = seen.rows.begin / rows; index <= (seen.rows.end - 1) / rows; ++index) {
+            strips[index].include(
+                {seen.columns,
+                 {std::max(seen.rows.begin, index * rows), std::min(seen.rows.end, (index + 1) * rows)}});
+        }
+    }
+
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t rows;
+    std::size_t count;
+    std::array<Extent, mostStrips> strips{};
+};
+
+// Where parts begin: the strips that they are made of.
+struct Cuts {
+    std::array<std::size_t, mostTextureParts + 1> places{}; // the last: the number of strips
+    std::size_t parts = 0;
+};
+
+// The cuts that leave the least to draw, where each part beyond the first has to spare this much. Step by step: the best way
+// to put the first strips into some parts goes on from the best ways to put fewer strips into one part less.
+Cuts bestCuts(const Strips& strips, std::uint64_t areaOfAPart) {
+    constexpr std::size_t most = Strips::mostStrips + 1; // and none
+    const std::size_t end = strips.size();
+    std::array<std::array<std::uint64_t, most>, mostTextureParts> area{}; // by parts less 1, by strips
+    std::array<std::array<std::size_t, most>, mostTextureParts> begin{};  // of the last of these parts
+    for (std::size_t from = 0; from < end; ++from) {
+        Extent part;
+        for (std::size_t to = from + 1; to <= end; ++to) {
+            part.include(strips[to - 1]);
+            const std::uint64_t own = part.area() + areaOfAPart;
+            if (from == 0) {
+                area[0][to] = own;
+            }
+            for (std::size_t parts = 1; parts < mostTextureParts && parts <= from; ++parts) {
+                const std::uint64_t all = area[parts - 1][from] + own;
+                if (begin[parts][to] == 0 || all < area[parts][to]) {
+                    area[parts][to] = all;
+                    begin[parts][to] = from;
+                }
+            }
+        }
+    }
+    Cuts cuts;
+    cuts.parts = 1;
+    for (std::size_t parts = 2; parts <= std::min(end, mostTextureParts); ++parts) {
+        if (area[parts - 1][end] < area[cuts.parts - 1][end]) {
+            cuts.parts = parts;
+        }
+    }
+    std::size_t place = end;
+    for (std::size_t part = cuts.parts; part > 0; --part) {
+        cuts.places[part] = place;
+        place = begin[part - 1][place];
+    }
+    return cuts;
+}
+
+TextureCoverage coverageOf(const Strips& strips, const Cuts& cuts) {
+    TextureCoverage coverage;
+    for (std::size_t part = 0; part < cuts.parts; ++part) {
+        Extent extent;
+        for (std::size_t index = cuts.places[part]; index < cuts.places[part + 1]; ++index) {
+            extent.include(strips[index]);
+        }
+        if (extent.area() > 0) {
+            coverage.parts[coverage.count] = {.left = static_cast<std::uint16_t>(extent.columns.begin),
+                                              .top = static_cast<std::uint16_t>(extent.rows.begin),
+                                              .right = static_cast<std::uint16_t>(extent.columns.end),
+                                              .bottom = static_cast<std::uint16_t>(extent.rows.end)};
+            ++coverage.count;
+        }
+    }
+    return coverage;
+}
+
+// What says no more than that the texture may be seen all over.
+bool isWhole(const TextureCoverage& coverage, std::uint32_t width, std::uint32_t height) {
+    return coverage.count == 1 && coverage.parts[0].left == 0 && coverage.parts[0].top == 0 &&
+           coverage.parts[0].right == width && coverage.parts[0].bottom == height;
 }
 
 } // namespace
@@ -156,28 +259,23 @@ Range grown(const Range& seen, std::uint32_t full, std::uint32_t level) {
 CoverageByLevel coverageOf(const DdsImage& image) {
     const std::uint32_t width = image.header.width;
     const std::uint32_t height = image.header.height;
-    const std::uint32_t levels = ddsStorageLevels(image.header);
+    const std::uint32_t levels = std::min<std::uint32_t>(ddsStorageLevels(image.header), coverageLevels);
     CoverageByLevel result;
-    Range columns;
-    Range rows;
+    Strips strips(width, height);
+    Cuts cuts;
     for (const DdsUpload& upload : ddsUploads(image.header)) {
-        if (upload.level >= std::min<std::uint32_t>(levels, coverageLevels)) {
+        if (upload.level >= levels) {
             break;
         }
-        const LevelCoverage level =
-            lookAt(image.pixels().subspan(upload.offset, upload.bytes), upload.width, upload.height);
-        if (const Range seen = grown(level.columns, width, upload.width); !seen.isEmpty()) {
-            columns.include(seen);
+        strips.include(image.pixels().subspan(upload.offset, upload.bytes), upload.width, upload.height);
+        if (upload.level == 0) {
+            constexpr std::uint64_t partsOfATexture =
+                64; // that one more part has to spare: its draw has a price, too
+            cuts = bestCuts(strips, std::uint64_t{width} * height / partsOfATexture);
         }
-        if (const Range seen = grown(level.rows, height, upload.height); !seen.isEmpty()) {
-            rows.include(seen);
-        }
-        TextureCoverage& coverage = result[upload.level];
-        if (!columns.isEmpty() && !rows.isEmpty()) {
-            coverage.left = static_cast<std::uint16_t>(columns.begin);
-            coverage.right = static_cast<std::uint16_t>(width - columns.end);
-            coverage.top = static_cast<std::uint16_t>(rows.begin);
-            coverage.bottom = static_cast<std::uint16_t>(height - rows.end);
+        result[upload.level] = coverageOf(strips, cuts);
+        if (isWhole(result[upload.level], width, height)) {
+            result[upload.level] = {};
         }
     }
     // Sampling does not go beyond the last level that there is.

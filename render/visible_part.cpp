@@ -2,13 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <optional>
 
 #include "base/frame_state.h"
 
 namespace dunkman {
 namespace {
 
-// Pixels that must be spared. Three calls of OpenGL cost about as much as drawing some dozens.
+// Pixels that a part must spare. Its calls of OpenGL cost about as much as drawing some dozens.
 constexpr double leastGain = 500.0;
 
 // The smallest upright rectangle around a part of a quad, in pixels of the picture, those that it only touches included.
@@ -25,41 +27,74 @@ Rect boxAround(const Footprint& footprint, double fromU, double fromV, double to
 
 double areaOf(const Rect& box) { return (box.maxX - box.minX) * (box.maxY - box.minY); }
 
-bool hasBorders(const TextureCoverage& coverage) {
-    return (coverage.left | coverage.top | coverage.right | coverage.bottom) != 0;
+PixelRect pixelsOf(const Rect& box) {
+    return {static_cast<std::int32_t>(box.minX), static_cast<std::int32_t>(box.minY),
+            static_cast<std::int32_t>(box.maxX - box.minX), static_cast<std::int32_t>(box.maxY - box.minY)};
+}
+
+// All parts in one.
+TextureCoverage together(const TextureCoverage& coverage) {
+    TextureCoverage one;
+    one.count = 1;
+    TexelRect& around = one.parts[0];
+    around = coverage.parts[0];
+    for (std::size_t part = 1; part < coverage.count; ++part) {
+        around.left = std::min(around.left, coverage.parts[part].left);
+        around.right = std::max(around.right, coverage.parts[part].right);
+        around.bottom = coverage.parts[part].bottom;
+    }
+    return one;
 }
 
 } // namespace
 
-std::optional<PixelRect> visiblePart(const Texture2D& texture, bool mirrorX, bool mirrorY,
-                                     const Placement& placement, const Matrix4& view) {
-    if (!hasBorders(texture.coverage.front())) {
-        return std::nullopt;
-    }
+VisibleParts visibleParts(const Texture2D& texture, const CoverageByLevel& coverage, bool mirrorX,
+                          bool mirrorY, const Placement& placement, const Matrix4& view) {
     const std::optional<Footprint> footprint = footprintOf(placement, view);
     if (!footprint) {
-        return std::nullopt;
+        return {};
     }
     const Rect quad = boxAround(*footprint, 0.0, 0.0, 1.0, 1.0);
     // Written so that what is no number does not pay either.
     if (!(areaOf(quad) >= leastGain)) {
-        return std::nullopt;
+        return {};
     }
-    const TextureCoverage seen = coverageAt(texelsPerPixel(*footprint, texture), texture);
+    TextureCoverage seen = coverageAt(texelsPerPixel(*footprint, texture), coverage);
+    if (seen.count == 0) {
+        return {};
+    }
     const auto width = static_cast<double>(texture.width);
     const auto height = static_cast<double>(texture.height);
-    // The quad's corner (0, 0) shows the first texel of the first row, unless it is mirrored.
-    const double fromU = (mirrorX ? seen.right : seen.left) / width;
-    const double toU = 1.0 - (mirrorX ? seen.left : seen.right) / width;
-    const double fromV = (mirrorY ? seen.bottom : seen.top) / height;
-    const double toV = 1.0 - (mirrorY ? seen.top : seen.bottom) / height;
-    const Rect part = boxAround(*footprint, fromU, fromV, toU, toV);
-    if (!(areaOf(quad) - areaOf(part) >= leastGain)) {
-        return std::nullopt;
+    const auto boxOf = [&](const TexelRect& part) {
+        // The quad's corner (0, 0) shows the first texel of the first row, unless it is mirrored.
+        const double left = part.left / width;
+        const double right = part.right / width;
+        const double top = part.top / height;
+        const double bottom = part.bottom / height;
+        return boxAround(*footprint, mirrorX ? 1.0 - right : left, mirrorY ? 1.0 - bottom : top,
+                         mirrorX ? 1.0 - left : right, mirrorY ? 1.0 - top : bottom);
+    };
+    const auto priceOf = [&boxOf](const TextureCoverage& parts) {
+        double pixels = parts.count * leastGain;
+        for (std::size_t part = 0; part < parts.count; ++part) {
+            pixels += areaOf(boxOf(parts.parts[part]));
+        }
+        return pixels;
+    };
+    // Upright boxes around turned parts would lie over each other.
+    const bool isTurned = placement.posCosSin[3] != 0.0f;
+    if (const TextureCoverage one = together(seen); isTurned || priceOf(one) <= priceOf(seen)) {
+        seen = one;
     }
-    return PixelRect{static_cast<std::int32_t>(part.minX), static_cast<std::int32_t>(part.minY),
-                     static_cast<std::int32_t>(part.maxX - part.minX),
-                     static_cast<std::int32_t>(part.maxY - part.minY)};
+    if (!(priceOf(seen) <= areaOf(quad))) {
+        return {};
+    }
+    VisibleParts visible;
+    visible.count = seen.count;
+    for (std::size_t part = 0; part < seen.count; ++part) {
+        visible.parts[part] = pixelsOf(boxOf(seen.parts[part]));
+    }
+    return visible;
 }
 
 } // namespace dunkman

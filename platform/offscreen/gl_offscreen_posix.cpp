@@ -12,7 +12,6 @@
 #include "platform/simulated/platform_sim.h"
 #include "platform/software_gl.h"
 #include "platform/unpacked_textures.h"
-#include "platform/unseen_draws.h"
 #include "render/gl.h"
 #include "render/gl_loader.h"
 
@@ -91,7 +90,6 @@ void loadGlFunctions() {
     openScreen();
     dunkman::loadGlFunctions(lookUp, lookUp);
     platform::unpackTexturesInSoftware(lookUp, lookUp);
-    platform::skipUnseenDrawsInSoftware(lookUp);
     machine.drawsInSoftware = platform::isGlDoneInSoftware(lookUp);
     screen.canvas.load(lookUp, lookUp);
     screen.canvas.resize(screen.size);

@@ -86,17 +86,17 @@ TEST_F(FootprintTest, OfAQuadWithoutAreaHoldsEndlesslyManyTexels) {
 }
 
 TEST_F(FootprintTest, TakesTheCoverageOfTheCoarsestLevelThatMayBeSampled) {
-    Texture2D picture = texture(64, 64);
+    CoverageByLevel picture;
     for (std::size_t level = 0; level < coverageLevels; ++level) {
-        picture.coverage.at(level).left = static_cast<std::uint16_t>(40 - level);
+        picture.at(level).count = static_cast<std::uint8_t>(40 - level);
     }
-    EXPECT_EQ(coverageAt(0.7, picture).left, 40);
-    EXPECT_EQ(coverageAt(1.0, picture).left, 39) << "a driver may take a little more than the true scale";
-    EXPECT_EQ(coverageAt(2.5, picture).left, 38);
-    EXPECT_EQ(coverageAt(5.0, picture).left, 37);
-    EXPECT_EQ(coverageAt(6.0, picture).left, 0) << "so far away nothing is known";
-    EXPECT_EQ(coverageAt(std::numeric_limits<double>::infinity(), picture).left, 0);
-    EXPECT_EQ(coverageAt(std::nan(""), picture).left, 0);
+    EXPECT_EQ(coverageAt(0.7, picture).count, 40);
+    EXPECT_EQ(coverageAt(1.0, picture).count, 39) << "a driver may take a little more than the true scale";
+    EXPECT_EQ(coverageAt(2.5, picture).count, 38);
+    EXPECT_EQ(coverageAt(5.0, picture).count, 37);
+    EXPECT_EQ(coverageAt(6.0, picture).count, 0) << "so far away nothing is known";
+    EXPECT_EQ(coverageAt(std::numeric_limits<double>::infinity(), picture).count, 0);
+    EXPECT_EQ(coverageAt(std::nan(""), picture).count, 0);
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "base/frame_state_writer.h"
 #include "render/renderer_objects.h"
@@ -183,11 +185,17 @@ protected:
         writable::frameState.clientHeight = 80;
         rendererObjects->software.emplace(ShaderSourceSet{}, ShaderSourceSet{});
         setViewProjection({0.125f, 0, 0, 0, 0, 0.25f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1});
-        for (TextureCoverage& coverage : bordered.coverage) {
-            coverage = {.left = 16, .top = 24, .right = 24, .bottom = 8};
-        }
+        know({{.left = 16, .top = 24, .right = 40, .bottom = 56}});
     }
     ~SpriteWithBorders() override { writable::frameState = {}; }
+
+    // That the texture can be seen in these parts only.
+    void know(const std::vector<TexelRect>& parts) {
+        for (TextureCoverage& coverage : rendererObjects->software->coverage[bordered.name]) {
+            std::copy(parts.begin(), parts.end(), coverage.parts.begin());
+            coverage.count = static_cast<std::uint8_t>(parts.size());
+        }
+    }
 
     // What is said about scissors while a sprite is drawn, and that it is drawn.
     std::vector<std::string> drawnWithin(const Sprite& sprite) {
@@ -230,6 +238,31 @@ TEST_F(SpriteWithBorders, TurnsItsBordersWithThePicture) {
     EXPECT_EQ(drawnWithin(turned).front(), "glScissor(53, 48, 23, 18)");
 }
 
+TEST_F(SpriteWithBorders, IsDrawnPartByPartWhereItIsLarge) {
+    know({{.left = 0, .top = 0, .right = 64, .bottom = 16},
+          {.left = 24, .top = 16, .right = 40, .bottom = 64}});
+    Sprite palm = upright();
+    palm.position = {-8.0, -4.0};
+    palm.size = {8.0, 8.0};
+    EXPECT_THAT(drawnWithin(palm),
+                ElementsAre("glScissor(0, 59, 81, 21)", "glEnable(GL_SCISSOR_TEST)", drawCall,
+                            "glDisable(GL_SCISSOR_TEST)", "glScissor(29, 0, 22, 61)",
+                            "glEnable(GL_SCISSOR_TEST)", drawCall, "glDisable(GL_SCISSOR_TEST)"));
+    palm.size = {4.0, 4.0}; // there, two parts spare less than their calls cost
+    EXPECT_THAT(drawnWithin(palm), ElementsAre(drawCall));
+}
+
+TEST_F(SpriteWithBorders, IsDrawnInOnePartWhereItIsTurned) {
+    know({{.left = 24, .top = 0, .right = 64, .bottom = 16},
+          {.left = 24, .top = 16, .right = 40, .bottom = 64}});
+    Sprite turned = upright();
+    turned.position = {4.0, -4.0};
+    turned.size = {8.0, 8.0};
+    turned.angle = 90.0;
+    EXPECT_THAT(drawnWithin(turned), ElementsAre("glScissor(38, 28, 83, 52)", "glEnable(GL_SCISSOR_TEST)",
+                                                 drawCall, "glDisable(GL_SCISSOR_TEST)"));
+}
+
 TEST_F(SpriteWithBorders, IsDrawnWholeWhereThatSparesNothing) {
     Sprite small = upright();
     small.scale = {0.5, 0.5}; // a few hundred pixels
@@ -237,7 +270,7 @@ TEST_F(SpriteWithBorders, IsDrawnWholeWhereThatSparesNothing) {
     Sprite outOfView = upright();
     outOfView.position = {20.0, 0.0};
     EXPECT_THAT(drawnWithin(outOfView), ElementsAre(drawCall));
-    bordered.coverage = {};
+    know({});
     EXPECT_THAT(drawnWithin(upright()), ElementsAre(drawCall));
 }
 

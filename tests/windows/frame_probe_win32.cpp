@@ -13,8 +13,8 @@
 #include "app/main_loop.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
+#include "render/discard.h"
 #include "screens/screen.h"
-#include "tools/frames/unseen.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ void iterate() {
 
 void show(long step, long next) {
     {
-        const frames::Unseen unseen;
+        const PixelsDiscarded unseen;
         for (; next < step; ++next) {
             iterate();
         }

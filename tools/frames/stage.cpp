@@ -6,7 +6,7 @@
 #include "app/lifecycle.h"
 #include "app/main_loop.h"
 #include "platform/simulated/platform_sim.h"
-#include "tools/frames/unseen.h"
+#include "render/discard.h"
 #include "tools/headless/key_script.h"
 
 namespace dunkman::frames {
@@ -51,7 +51,7 @@ void iterate(std::int64_t steps) {
 }
 
 void runUntil(std::int64_t step) {
-    const Unseen unseen;
+    const PixelsDiscarded unseen;
     while (counter.begun < step) {
         iterate();
     }
