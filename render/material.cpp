@@ -49,6 +49,10 @@ bool MaterialBase::setUniform(std::int32_t resourceIndex, const UniformValue& va
     return true;
 }
 
+bool MaterialBase::hasUniform(std::int32_t resourceIndex) const {
+    return resourceIndex >= 0 && slots[static_cast<std::size_t>(resourceIndex)].type() != 0;
+}
+
 void MaterialBase::bind() {
     if (bindingState.currentMaterial == this) {
         return;

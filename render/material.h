@@ -22,6 +22,9 @@ public:
     // index stands for a name that the program does not have.
     bool setUniform(std::int32_t resourceIndex, const UniformValue& value);
 
+    // Whether a value was ever set at that index.
+    bool hasUniform(std::int32_t resourceIndex) const;
+
     // Makes this material current: uses its program, gives samplers and images their units, uploads all values.
     void bind();
 

@@ -32,7 +32,7 @@ void use(const RendererObjects& objects, SpriteProgram& program, const SampledTe
     if (!isSpriteMaterial(objects, bindingState.currentMaterial)) {
         program.material.applyRenderState();
     }
-    if (objects.software) {
+    if (program.material.hasUniform(program.uniforms.texture)) {
         // Binding sends all values again, and the texture of the last sprite that it drew may be gone by now.
         program.material.setUniform(program.uniforms.texture, UniformValue(texture));
     }

@@ -67,6 +67,15 @@ TEST_F(MaterialTest, OnlyStoresValuesWhileItIsNotCurrent) {
     EXPECT_THAT(gl.calls, IsEmpty());
 }
 
+TEST_F(MaterialTest, KnowsWhichValuesItHas) {
+    Material material = makeMaterial();
+    const std::int32_t one = program().findResource("one").value();
+    EXPECT_FALSE(material.hasUniform(one));
+    material.setUniform(one, UniformValue(1.5f));
+    EXPECT_TRUE(material.hasUniform(one));
+    EXPECT_FALSE(material.hasUniform(-1)) << "no such name";
+}
+
 TEST_F(MaterialTest, UploadsAtOnceWhileItIsCurrent) {
     Material material = makeMaterial();
     material.bind();
