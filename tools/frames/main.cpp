@@ -125,6 +125,7 @@ std::unique_ptr<RendererObjects> makeFloorRenderer() {
     auto floor = std::make_unique<RendererObjects>(sources, ShaderSourceSet());
     if (isPreparedForSoftware()) { // the same pixels by the same samplers
         floor->software.emplace(sources, ShaderSourceSet());
+        floor->software->coverage = rendererObjects->software->coverage;
     }
     return floor;
 }
