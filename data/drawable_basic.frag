@@ -5,12 +5,12 @@
 #include "drawable_sprite.glsl"
 
 layout(binding = 0) uniform sampler2D uTexture;
-uniform vec3 uTint;
 
 in vec2 texturePoint;
 in float heightInPicture;
 flat in float mutedFrom;
 flat in float gammaBend;
+flat in vec3 tint;
 
 layout(location = 0) out vec4 fragmentColour;
 
@@ -53,5 +53,5 @@ void main() {
 #ifndef PLAIN_SPRITES // they come with nothing to adjust
     colour = adjusted(colour);
 #endif
-    fragmentColour = vec4(colour * uTint, 1.0);
+    fragmentColour = vec4(colour * tint, 1.0);
 }

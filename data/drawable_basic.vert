@@ -8,11 +8,13 @@
 uniform mat4 uViewProjection;
 uniform vec4 uDestMinAndSize; // lower corner relative to the position, then the size
 uniform vec4 uPosCosSin;      // position, then cosine and sine of the clockwise angle
+uniform vec3 uTint;
 
 out vec2 texturePoint;
 out float heightInPicture;    // 0 at the bottom edge, 1 at the top edge
 flat out float mutedFrom;     // the height from which on the picture is muted; above 1: nowhere
 flat out float gammaBend;     // what bends colours as gamma does; 0: not at all
+flat out vec3 tint;           // handed on: software would look up a uniform anew for every pixel
 
 // World sprites are sorted by depths from -depthRange to depthRange, which is far more than a beach is long from front
 // to back. Within, the map is linear: a flat sprite, whose corners differ in depth, then sorts right all across.
@@ -74,5 +76,6 @@ void main() {
     mutedFrom = (uMirrorFlags & loadingBits) == loadingBits ? zOffset : 2.0;
     // The bend that takes a half to where the power does.
     float gamma = uGammaGainSaturation.x;
+    tint = uTint;
     gammaBend = gamma == 1.0 ? 0.0 : exp2(gamma) - 2.0;
 }
