@@ -10,7 +10,7 @@
 #include "base/frame_state.h"
 #include "base/key_states_writer.h"
 #include "platform/platform.h"
-#include "render/gl.h"
+#include "render/clear.h"
 #include "screens/screen.h"
 
 namespace dunkman {
@@ -43,7 +43,7 @@ void runFrame() {
     assert(hasDefaultArithmetic());
     const bool inGame = isCurrent(ScreenId::Game);
     applyInput(inGame);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    clearPicture();
 
     GameScreenBase* screen = screenState.currentScreen;
     if (frameObserver != nullptr) {
@@ -61,6 +61,7 @@ void runFrame() {
         frameObserver->updated();
     }
     screen->render();
+    finishClear();
     ageKeyStates();
     feedAudio();
 }

@@ -10,6 +10,7 @@
 #include "base/key_states_writer.h"
 #include "platform/platform.h"
 #include "render/renderer.h"
+#include "screens/backdrop.h"
 #include "screens/screen.h"
 #include "world/world.h"
 
@@ -18,6 +19,7 @@ namespace dunkman {
 void resetProgram() {
     frameObserver = nullptr;
     destroyScreens();
+    resetBackdrop();
     resetWorld();
     resetAudio();
     writable::assetCatalog = {};

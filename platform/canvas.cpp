@@ -44,6 +44,8 @@ void Canvas::resize(const ClientSize& size) {
     }
     const Picture last = picture;
     picture = makePicture(size);
+    release(kept);
+    kept = {};
     gl.bindFramebuffer(framebufferTarget, picture.framebuffer);
     if (last.framebuffer == 0) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -65,15 +67,38 @@ void Canvas::present() const {
     gl.bindFramebuffer(framebufferTarget, picture.framebuffer);
 }
 
-Canvas::Picture Canvas::makePicture(const ClientSize& size) const {
+void Canvas::keep() {
+    if (picture.framebuffer == 0) {
+        return;
+    }
+    if (kept.framebuffer == 0) {
+        kept = makeColours(picture.size);
+    }
+    copy(picture, kept.framebuffer, kept.size);
+}
+
+bool Canvas::bringBack() const {
+    if (kept.framebuffer == 0) {
+        return false;
+    }
+    copy(kept, picture.framebuffer, picture.size);
+    return true;
+}
+
+Canvas::Picture Canvas::makeColours(const ClientSize& size) const {
     Picture made;
     made.size = size;
     gl.createRenderbuffers(1, &made.colour);
     gl.namedRenderbufferStorage(made.colour, colourFormat, widthOf(size), heightOf(size));
-    gl.createRenderbuffers(1, &made.depth);
-    gl.namedRenderbufferStorage(made.depth, depthFormat, widthOf(size), heightOf(size));
     gl.createFramebuffers(1, &made.framebuffer);
     gl.namedFramebufferRenderbuffer(made.framebuffer, colourAttachment, renderbufferTarget, made.colour);
+    return made;
+}
+
+Canvas::Picture Canvas::makePicture(const ClientSize& size) const {
+    Picture made = makeColours(size);
+    gl.createRenderbuffers(1, &made.depth);
+    gl.namedRenderbufferStorage(made.depth, depthFormat, widthOf(size), heightOf(size));
     gl.namedFramebufferRenderbuffer(made.framebuffer, depthAttachment, renderbufferTarget, made.depth);
     return made;
 }
@@ -84,6 +109,7 @@ void Canvas::copy(const Picture& from, GLuint to, const ClientSize& toSize) cons
 }
 
 void Canvas::release(const Picture& unused) const {
+    // OpenGL passes over the name 0.
     gl.deleteFramebuffers(1, &unused.framebuffer);
     gl.deleteRenderbuffers(1, &unused.colour);
     gl.deleteRenderbuffers(1, &unused.depth);

@@ -25,6 +25,12 @@ public:
     // Copies the picture to the window's back buffer, which the caller swaps next.
     void present() const;
 
+    // Keeps a copy of what is drawn by now, until the size changes.
+    void keep();
+
+    // Puts the copy over all that is drawn. False, and nothing done: there is none.
+    bool bringBack() const;
+
 private:
     struct Functions {
         void (*createFramebuffers)(GLsizei count, GLuint* names) = nullptr;
@@ -44,15 +50,17 @@ private:
         ClientSize size;        // 0 x 0: there is none
         GLuint framebuffer = 0; // 0: the window's
         GLuint colour = 0;
-        GLuint depth = 0;
+        GLuint depth = 0; // 0: it has none
     };
 
+    Picture makeColours(const ClientSize& size) const;
     Picture makePicture(const ClientSize& size) const;
     void copy(const Picture& from, GLuint to, const ClientSize& toSize) const;
     void release(const Picture& unused) const;
 
     Functions gl;
     Picture picture;
+    Picture kept;
 };
 
 } // namespace dunkman::platform

@@ -49,6 +49,10 @@ ClientSize clientSize();
 std::int64_t clockNanoseconds(); // steady clock
 void swapBuffers();
 
+// Where OpenGL is done in software, copying a picture costs a tenth of drawing one.
+void keepPicture();      // a copy of all that is drawn by now, in place of an earlier copy
+bool bringPictureBack(); // that copy, over all that is drawn; false, and nothing done: there is none of this size
+
 // The machine as no program has used it yet, for programs that run several games. Only the simulated machine has it.
 void resetMachine();
 

@@ -164,6 +164,9 @@ void swapBuffers() {
     SwapBuffers(deviceContext);
 }
 
+void keepPicture() { canvas.keep(); }
+bool bringPictureBack() { return canvas.bringBack(); }
+
 void exitProcess(int status) {
     restoreDesktop();
     ExitProcess(static_cast<UINT>(status));

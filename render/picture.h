@@ -7,7 +7,11 @@
 
 namespace dunkman {
 
-// Draws an image of the image table, `height` units tall in its own proportions, centred on `position`.
+// An image of the image table, `height` units tall in its own proportions, centred on `position`.
+Sprite pictureSprite(std::string_view imageKey, Vec2 position, double height, double angle, double zOffset,
+                     SpriteMode mode);
+
+// Draws one.
 void drawPicture(std::string_view imageKey, Vec2 position, double height, double angle, double zOffset,
                  int reserved, SpriteMode mode);
 

@@ -46,7 +46,8 @@ struct SoftwareObjects {
     Sampler magnifier;   // samples what is shown no smaller than it is
     SpriteQueue queue;
     std::unordered_map<std::uint32_t, CoverageByLevel>
-        coverage; // of the textures that are loaded, by their names
+        coverage;            // of the textures that are loaded, by their names
+    bool isClearDue = false; // whether a frame has begun in which nothing has been drawn yet
 };
 
 // The drawing objects that createRenderer makes and that every sprite is drawn with.

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "render/binding_state.h"
+#include "render/clear.h"
 #include "render/footprint.h"
 #include "render/placement.h"
 #include "render/renderer_objects.h"
@@ -96,6 +97,7 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
 }
 
 void drawAtOnce(const Sprite& sprite) {
+    finishClear();
     Vec2 pivot = sprite.pivot;
     drawSprite(sprite.texture, sprite.mirrorX, sprite.mirrorY, sprite.mode, sprite.gamma, sprite.gain,
                sprite.saturation, sprite.tintR, sprite.tintG, sprite.tintB, sprite.position, sprite.size,

@@ -33,6 +33,8 @@ struct Sprite {
     Vec2 scale{1.0, 1.0}; // of the size, about the pivot
     double angle = 0.0;   // degrees, counter-clockwise, about the pivot
     double zOffset = 0.0;
+
+    friend bool operator==(const Sprite&, const Sprite&) = default;
 };
 
 // Draws a sprite: at once, or within drawNearestFirst when its turn comes.

@@ -22,6 +22,9 @@ public:
     explicit Texture2D(const std::string& path);
 
     void release() override;
+
+    // The same texture.
+    friend bool operator==(const Texture2D& one, const Texture2D& other) { return one.name == other.name; }
 };
 
 // Width over height in texels, where an extent of 0 counts as 1.

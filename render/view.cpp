@@ -12,11 +12,16 @@ void setViewProjection(const Matrix4& matrix) {
     assert(rendererObjects != nullptr);
     rendererObjects->view = matrix;
     SpriteProgram& basic = rendererObjects->basic;
-    basic.material.setUniform(basic.uniforms.viewProjection, UniformValue(matrix));
+    basic.material.setUniform(basic.uniforms.viewProjection, matrix);
     if (rendererObjects->software) {
         SpriteProgram& plain = rendererObjects->software->plain;
-        plain.material.setUniform(plain.uniforms.viewProjection, UniformValue(matrix));
+        plain.material.setUniform(plain.uniforms.viewProjection, matrix);
     }
+}
+
+const Matrix4& currentView() {
+    assert(rendererObjects != nullptr);
+    return rendererObjects->view;
 }
 
 void setScreenProjection(double lowered) {

@@ -11,8 +11,8 @@
 #include "render/gl.h"
 #include "render/image_table.h"
 #include "render/nearest_first.h"
-#include "render/renderer.h"
 #include "render/warm_up.h"
+#include "screens/backdrop.h"
 #include "world/camera.h"
 #include "world/player.h"
 #include "world/scene_loader.h"
@@ -33,7 +33,6 @@ constexpr double heartMarginLeft = 0.4;
 // More than any view holds: with the gap alone for a width, 88 reach its right edge.
 constexpr std::int32_t mostHearts = 1000;
 
-constexpr double behindAll = 2.0; // zOffset of the backdrop: what the identity view shows no sprite behind
 constexpr Matrix4 identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
 const Player& hero() {
@@ -119,33 +118,17 @@ void GameScreen::update() {
 }
 
 void GameScreen::render() {
-    // Where the nearest comes first, the backdrop comes last, and is hidden from most of its pixels before they are coloured.
-    const bool isBackdropLast = isPreparedForSoftware();
     setViewProjection(identity);
-    if (!isBackdropLast) {
-        drawBackdrop();
-    }
+    drawBackdrop(backdrop.asSprite());
 
     if (const Camera* const camera = world.first<Camera>()) {
         setViewProjection(worldViewProjection(camera->position.x + camera->offset.x,
                                               camera->position.y + camera->offset.y));
     }
     drawNearestFirst([] { world.drawAll(); });
-    if (isBackdropLast) {
-        setViewProjection(identity);
-        backdrop.zOffset = behindAll;
-        drawBackdrop();
-    }
 
     setViewProjection(healthViewProjection());
     drawHearts(hero().health);
-}
-
-// Without depth writes: whatever is drawn later lies over it.
-void GameScreen::drawBackdrop() {
-    glDepthMask(GLboolean{0});
-    backdrop.draw();
-    glDepthMask(GLboolean{1});
 }
 
 } // namespace dunkman

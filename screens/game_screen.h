@@ -16,9 +16,6 @@ public:
     void render() override;
 
     Drawable backdrop; // in the units of the identity view: the screen is 2 by 2
-
-private:
-    void drawBackdrop();
 };
 
 // The projection of the world's view times the camera's placement: the eye looks at the sprite plane from 10 units away.

@@ -7,6 +7,7 @@
 #include "render/picture.h"
 #include "render/text.h"
 #include "render/view.h"
+#include "screens/backdrop.h"
 
 namespace dunkman {
 
@@ -37,8 +38,9 @@ constexpr Rect pointBox(Vec2 point) { return {point.x, point.y, point.x, point.y
 
 void drawMenuBackground() {
     setScreenProjection();
-    drawPicture("menuBackground", {0.0, 0.0}, viewWidth / std::min(frameState.aspectRatio, backgroundAspect),
-                0.0, -0.99, 0, SpriteMode::Interface);
+    drawBackdrop(pictureSprite("menuBackground", {0.0, 0.0},
+                               viewWidth / std::min(frameState.aspectRatio, backgroundAspect), 0.0, -0.99,
+                               SpriteMode::Interface));
 }
 
 void drawCentredText(std::string_view text, double letterHeight, Vec2 centre) {

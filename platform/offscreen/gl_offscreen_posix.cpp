@@ -101,6 +101,9 @@ void loadGlFunctions() {
 
 void resetGl() { closeScreen(); }
 
+void keepPicture() { screen.canvas.keep(); }
+bool bringPictureBack() { return screen.canvas.bringBack(); }
+
 } // namespace simulated
 
 namespace offscreen {

@@ -33,6 +33,7 @@ struct State {
     std::map<GLuint, LinkedProgram> programs;
     LinkedProgram* used = nullptr;
     std::array<GLuint, 32> boundTextures{};
+    bool isPictureKept = false;
 };
 
 State state;
@@ -249,6 +250,9 @@ void resetGl() {
     state = State();
     forgetTextureKeys();
 }
+
+void keepPicture() { state.isPictureKept = true; }
+bool bringPictureBack() { return state.isPictureKept; }
 
 void setDrawTrace(DrawTrace trace) { drawTrace = std::move(trace); }
 

@@ -13,6 +13,10 @@ void loadGlFunctions();
 // Forgets all names, programs and values; names start from 1 again. The trace stays.
 void resetGl();
 
+// As platform.h has them.
+void keepPicture();
+bool bringPictureBack();
+
 // Takes a line, without line end, for every `view` that is set and every sprite that is drawn.
 using DrawTrace = std::function<void(std::string_view line)>;
 

@@ -64,6 +64,8 @@ std::int64_t clockNanoseconds() { return machine.clockNanoseconds; }
 bool drawsInSoftware() { return machine.drawsInSoftware; }
 
 void swapBuffers() { ++machine.bufferSwaps; }
+void keepPicture() { simulated::keepPicture(); }
+bool bringPictureBack() { return simulated::bringPictureBack(); }
 
 void exitProcess(int status) { throw simulated::ProgramExit{status}; }
 

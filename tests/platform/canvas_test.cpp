@@ -45,7 +45,11 @@ void createFramebuffers(GLsizei count, GLuint* names) {
     driver.pictures[names[0]] = "undefined";
 }
 
-void deleteFramebuffers(GLsizei, const GLuint* names) { driver.pictures.erase(*names); }
+void deleteFramebuffers(GLsizei, const GLuint* names) {
+    if (*names != 0) { // as OpenGL does
+        driver.pictures.erase(*names);
+    }
+}
 void deleteRenderbuffers(GLsizei, const GLuint* names) { driver.sizes.erase(*names); }
 
 void storage(GLuint name, GLenum, GLsizei width, GLsizei height) {
@@ -176,6 +180,48 @@ TEST_F(CanvasTest, KeepsWhatItHasForTheSameSize) {
     const GLuint names = driver.lastName;
     canvas.resize({1920, 1080});
     EXPECT_EQ(driver.lastName, names);
+}
+
+TEST_F(CanvasTest, BringsBackWhatWasKept) {
+    canvas.load(ask, ask);
+    canvas.resize({1920, 1080});
+    driver.draw("backdrop");
+    canvas.keep();
+    driver.draw("step 1");
+    EXPECT_TRUE(canvas.bringBack());
+    EXPECT_EQ(show(), "backdrop");
+    driver.draw("another backdrop");
+    canvas.keep();
+    driver.draw("step 2");
+    EXPECT_TRUE(canvas.bringBack());
+    EXPECT_EQ(show(), "another backdrop");
+}
+
+TEST_F(CanvasTest, BringsNothingBackBeforeAnythingWasKept) {
+    canvas.keep(); // without a picture
+    EXPECT_FALSE(canvas.bringBack());
+    canvas.load(ask, ask);
+    canvas.resize({1920, 1080});
+    driver.draw("step 1");
+    EXPECT_FALSE(canvas.bringBack());
+    EXPECT_EQ(show(), "step 1");
+}
+
+TEST_F(CanvasTest, ForgetsWhatWasKeptInAnotherSize) {
+    canvas.load(ask, ask);
+    canvas.resize({1920, 1080});
+    canvas.keep();
+    canvas.resize({960, 540});
+    EXPECT_FALSE(canvas.bringBack());
+    EXPECT_EQ(driver.sizes.size(), 2u) << "colour and depth of the new picture";
+}
+
+TEST_F(CanvasTest, KeepsNoDepths) {
+    canvas.load(ask, ask);
+    canvas.resize({1920, 1080});
+    canvas.keep();
+    canvas.keep();
+    EXPECT_EQ(driver.sizes.size(), 3u);
 }
 
 TEST_F(CanvasTest, NamesWhatTheDriverLacks) {

@@ -6,9 +6,6 @@
 #include <limits>
 
 #include "base/frame_state_writer.h"
-#include "render/binding_state_writer.h"
-#include "render/renderer.h"
-#include "render/renderer_objects.h"
 #include "tests/fakes/program_fixture.h"
 #include "tests/screens/draw_line.h"
 #include "world/camera.h"
@@ -133,42 +130,6 @@ TEST_F(GameScreenTest, WorldViewLooksFromTenUnitsAtTheCamerasPoint) {
     const double halfHeight = 10.0 * std::tan(0.5 * std::atan(10.125 / 10.0));
     EXPECT_NEAR(project(3.0, 2.0 + halfHeight).second, 1.0, 1e-5);
     EXPECT_NEAR(project(3.0 + halfHeight * 16.0 / 9.0, 2.0).first, 1.0, 1e-5);
-}
-
-class SoftwareGameScreenTest : public GameScreenTest {
-protected:
-    SoftwareGameScreenTest() { prepareForSoftware(); }
-};
-
-// There the nearest comes first, so that what it hides need not be coloured.
-TEST_F(SoftwareGameScreenTest, DrawsTheBackdropBehindTheWorldThatIsThereAlready) {
-    std::string order;
-    double z = 0.0;
-    for (const std::string& line : renderLines()) {
-        const bool isView = line.starts_with("view");
-        order += isView ? "view " : drawnSprites({line})[0].image + ' ';
-        if (!isView && drawnSprites({line})[0].image == "sunset") {
-            z = drawnSprites({line})[0].z;
-        }
-    }
-    EXPECT_THAT(order, testing::EndsWith(
-                           "view playerUnarmed view sunset view pineappleHeart pineappleHeart pineappleHeart "
-                           "pineappleHeart pineappleHeart "));
-    EXPECT_EQ(z, 2.0);
-}
-
-TEST_F(SoftwareGameScreenTest, SeesAWorldWithoutACameraThroughTheBackdropsViewToo) {
-    data.write("scene.json5", R"([{"recipe":"hero"}])");
-    switchTo(ScreenId::Game);
-    renderLines();
-    const std::vector<std::string> lines = renderLines(); // after the view of the hearts
-    const std::vector<std::string> hardware = [] {
-        rendererObjects->software.reset();
-        writable::bindingState = {};
-        return renderLines();
-    }();
-    EXPECT_EQ(lines.at(0), hardware.at(0));
-    EXPECT_TRUE(lines.at(0).starts_with("view"));
 }
 
 TEST_F(GameScreenTest, InterfaceAndWorldViewsAreIndependent) {
