@@ -27,24 +27,26 @@ void enableWhen(bool condition, GLenum capability) {
 
 } // namespace
 
-MaterialBase::MaterialBase(const ProgramBase& program) : slots(program.resources().size()) {}
+MaterialBase::MaterialBase(const ProgramBase& program)
+    : resources(program.resources()), slots(resources.size()) {}
 
-bool MaterialBase::setUniform(std::string_view name, const UniformValue& value) {
-    return setUniform(program().findResource(name).value_or(-1), value);
-}
-
-bool MaterialBase::setUniform(std::int32_t resourceIndex, const UniformValue& value) {
+UniformValue* MaterialBase::slotFor(std::int32_t resourceIndex, GLenum valueType) {
     if (resourceIndex < 0) {
-        return false;
+        return nullptr;
     }
     const auto index = static_cast<std::size_t>(resourceIndex);
-    const ProgramResource& resource = program().resources()[index];
-    if (!isAccepted(resource.type, value.type())) {
+    return isAccepted(resources[index].type, valueType) ? &slots[index] : nullptr;
+}
+
+bool MaterialBase::setUniform(std::string_view name, const UniformValue& value) {
+    const std::int32_t resourceIndex = program().findResource(name).value_or(-1);
+    UniformValue* const slot = slotFor(resourceIndex, value.type());
+    if (slot == nullptr) {
         return false;
     }
-    slots[index] = value;
-    if (bindingState.currentMaterial == this) {
-        uploadUniform(resource, slots[index]);
+    *slot = value;
+    if (isCurrent()) {
+        uploadUniform(resources[static_cast<std::size_t>(resourceIndex)], value);
     }
     return true;
 }
@@ -58,7 +60,6 @@ void MaterialBase::bind() {
         return;
     }
     const ProgramBase& own = program();
-    const std::vector<ProgramResource>& resources = own.resources();
     if (bindingState.currentProgram != &own) {
         glUseProgram(own.name);
         writable::bindingState.currentProgram = &own;
@@ -108,31 +109,56 @@ void Material::applyRenderState() const {
     }
 }
 
+void upload(const ProgramResource& resource, float value) { glUniform1fv(resource.location, 1, &value); }
+
+void upload(const ProgramResource& resource, const std::array<float, 2>& value) {
+    glUniform2fv(resource.location, 1, value.data());
+}
+
+void upload(const ProgramResource& resource, const std::array<float, 3>& value) {
+    glUniform3fv(resource.location, 1, value.data());
+}
+
+void upload(const ProgramResource& resource, const std::array<float, 4>& value) {
+    glUniform4fv(resource.location, 1, value.data());
+}
+
+void upload(const ProgramResource& resource, const Matrix4& value) {
+    glUniformMatrix4fv(resource.location, 1, GL_FALSE, value.data());
+}
+
+void upload(const ProgramResource& resource, std::uint32_t value) {
+    glUniform1uiv(resource.location, 1, &value);
+}
+
+void upload(const ProgramResource& resource, const SampledTexture& value) {
+    const auto unit = static_cast<GLuint>(resource.unit);
+    glBindTextureUnit(unit, value.texture->name);
+    glBindSampler(unit, value.sampler->name);
+}
+
+void upload(const ProgramResource& resource, const HandleBase* buffer) {
+    glBindBufferBase(GL_SHADER_STORAGE_BUFFER, static_cast<GLuint>(resource.location), buffer->name);
+}
+
 void uploadUniform(const ProgramResource& resource, const UniformValue& value) {
     switch (value.type()) {
     case GL_FLOAT:
-        return glUniform1fv(resource.location, 1, value.floats());
+        return upload(resource, value.as<float>());
     case GL_FLOAT_VEC2:
-        return glUniform2fv(resource.location, 1, value.floats());
+        return upload(resource, value.as<std::array<float, 2>>());
     case GL_FLOAT_VEC3:
-        return glUniform3fv(resource.location, 1, value.floats());
+        return upload(resource, value.as<std::array<float, 3>>());
     case GL_FLOAT_VEC4:
-        return glUniform4fv(resource.location, 1, value.floats());
+        return upload(resource, value.as<std::array<float, 4>>());
     case GL_FLOAT_MAT4:
-        return glUniformMatrix4fv(resource.location, 1, GL_FALSE, value.floats());
-    case GL_UNSIGNED_INT: {
-        const auto number = value.as<GLuint>();
-        return glUniform1uiv(resource.location, 1, &number);
-    }
-    case GL_TEXTURE_2D: {
-        const auto sampled = value.as<SampledTexture>();
-        const auto unit = static_cast<GLuint>(resource.unit);
-        glBindTextureUnit(unit, sampled.texture->name);
-        return glBindSampler(unit, sampled.sampler->name);
-    }
+        return upload(resource, value.as<Matrix4>());
+    case GL_UNSIGNED_INT:
+        return upload(resource, value.as<std::uint32_t>());
+    case GL_TEXTURE_2D:
+        return upload(resource, value.as<SampledTexture>());
     case GL_SHADER_STORAGE_BUFFER:
-        return glBindBufferBase(GL_SHADER_STORAGE_BUFFER, static_cast<GLuint>(resource.location),
-                                value.as<const HandleBase*>()->name);
+        return upload(resource, value.as<const HandleBase*>());
     default:
         fatal("A uniform value has the OpenGL type " + std::to_string(value.type()) +
               ", which no upload exists for. This is a fault in the program.");

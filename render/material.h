@@ -1,13 +1,27 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
+#include "render/binding_state.h"
 #include "render/program.h"
 #include "render/uniform_value.h"
 
 namespace dunkman {
+
+// Hands a value to OpenGL, for the current program.
+void upload(const ProgramResource& resource, float value);
+void upload(const ProgramResource& resource, const std::array<float, 2>& value);
+void upload(const ProgramResource& resource, const std::array<float, 3>& value);
+void upload(const ProgramResource& resource, const std::array<float, 4>& value);
+void upload(const ProgramResource& resource, const Matrix4& value);
+void upload(const ProgramResource& resource, std::uint32_t value);
+void upload(const ProgramResource& resource, const SampledTexture& value);
+void upload(const ProgramResource& resource, const HandleBase* buffer);
 
 // The values of a program's uniforms and storage blocks, one slot for each of its resources, all unset at first.
 class MaterialBase {
@@ -20,7 +34,17 @@ public:
 
     // The same by the index that the program's findResource gave, for names that are set over and over. A negative
     // index stands for a name that the program does not have.
-    bool setUniform(std::int32_t resourceIndex, const UniformValue& value);
+    template <typename Value> bool setUniform(std::int32_t resourceIndex, const Value& value) {
+        UniformValue* const slot = slotFor(resourceIndex, UniformValue::typeOf(value));
+        if (slot == nullptr) {
+            return false;
+        }
+        slot->set(value);
+        if (isCurrent()) {
+            upload(resources[static_cast<std::size_t>(resourceIndex)], value);
+        }
+        return true;
+    }
 
     // Whether a value was ever set at that index.
     bool hasUniform(std::int32_t resourceIndex) const;
@@ -35,7 +59,12 @@ protected:
     ~MaterialBase() = default;
 
 private:
-    std::vector<UniformValue> slots; // in the order of the program's resources
+    // Where a value of that GL type goes; null for a negative index and for another type than the program declares.
+    UniformValue* slotFor(std::int32_t resourceIndex, GLenum valueType);
+    bool isCurrent() const { return bindingState.currentMaterial == this; }
+
+    std::span<const ProgramResource> resources; // the program's
+    std::vector<UniformValue> slots;            // in the same order
 };
 
 enum class BlendMode : std::uint32_t { None = 0, Alpha = 1, Additive = 2, Premultiplied = 3 };
@@ -60,7 +89,7 @@ private:
     const Program* owner;
 };
 
-// Hands one value to OpenGL. A value of an unknown type stops the game.
+// The same for a value that knows its type itself. One of an unknown type stops the game.
 void uploadUniform(const ProgramResource& resource, const UniformValue& value);
 
 } // namespace dunkman

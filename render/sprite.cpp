@@ -35,7 +35,7 @@ void use(const RendererObjects& objects, SpriteProgram& program, const SampledTe
     }
     if (program.material.hasUniform(program.uniforms.texture)) {
         // Binding sends all values again, and the texture of the last sprite that it drew may be gone by now.
-        program.material.setUniform(program.uniforms.texture, UniformValue(texture));
+        program.material.setUniform(program.uniforms.texture, texture);
     }
     program.material.bind();
 }
@@ -73,13 +73,13 @@ void drawSprite(const Texture2D& texture, bool mirrorX, bool mirrorY, SpriteMode
 
     Material& material = program.material;
     const SpriteUniforms& uniforms = program.uniforms;
-    material.setUniform(uniforms.destMinAndSize, UniformValue(placement.destMinAndSize));
-    material.setUniform(uniforms.posCosSin, UniformValue(placement.posCosSin));
-    material.setUniform(uniforms.mirrorFlags, UniformValue(flags));
-    material.setUniform(uniforms.texture, UniformValue(sampled));
-    material.setUniform(uniforms.zOffset, UniformValue(static_cast<float>(zOffset)));
-    material.setUniform(uniforms.gammaGainSaturation, UniformValue(floatsOf(gamma, gain, saturation)));
-    material.setUniform(uniforms.tint, UniformValue(floatsOf(tintR, tintG, tintB)));
+    material.setUniform(uniforms.destMinAndSize, placement.destMinAndSize);
+    material.setUniform(uniforms.posCosSin, placement.posCosSin);
+    material.setUniform(uniforms.mirrorFlags, flags);
+    material.setUniform(uniforms.texture, sampled);
+    material.setUniform(uniforms.zOffset, static_cast<float>(zOffset));
+    material.setUniform(uniforms.gammaGainSaturation, floatsOf(gamma, gain, saturation));
+    material.setUniform(uniforms.tint, floatsOf(tintR, tintG, tintB));
     VisibleParts visible;
     if (objects.software && !bindingState.isScissored) {
         const auto& known = objects.software->coverage;

@@ -23,24 +23,34 @@ struct SampledTexture {
 class UniformValue {
 public:
     UniformValue() = default; // unset
-    explicit UniformValue(float value) : UniformValue(GL_FLOAT, value) {}
-    explicit UniformValue(const std::array<float, 2>& value) : UniformValue(GL_FLOAT_VEC2, value) {}
-    explicit UniformValue(const std::array<float, 3>& value) : UniformValue(GL_FLOAT_VEC3, value) {}
-    explicit UniformValue(const std::array<float, 4>& value) : UniformValue(GL_FLOAT_VEC4, value) {}
-    explicit UniformValue(const Matrix4& value) : UniformValue(GL_FLOAT_MAT4, value) {}
-    explicit UniformValue(std::uint32_t value) : UniformValue(GL_UNSIGNED_INT, value) {}
-    explicit UniformValue(const SampledTexture& value) : UniformValue(GL_TEXTURE_2D, value) {}
+    template <typename Value>
+    requires(!std::is_pointer_v<Value>) explicit UniformValue(const Value& value) { set(value); }
 
     // The buffer to bind to a storage block; not owned.
-    explicit UniformValue(const HandleBase* buffer) : UniformValue(GL_SHADER_STORAGE_BUFFER, buffer) {}
+    explicit UniformValue(const HandleBase* buffer) { set(buffer); }
+
+    // The GL type of what a uniform can be set to; for anything else there is none.
+    static constexpr GLenum typeOf(float) { return GL_FLOAT; }
+    static constexpr GLenum typeOf(const std::array<float, 2>&) { return GL_FLOAT_VEC2; }
+    static constexpr GLenum typeOf(const std::array<float, 3>&) { return GL_FLOAT_VEC3; }
+    static constexpr GLenum typeOf(const std::array<float, 4>&) { return GL_FLOAT_VEC4; }
+    static constexpr GLenum typeOf(const Matrix4&) { return GL_FLOAT_MAT4; }
+    static constexpr GLenum typeOf(std::uint32_t) { return GL_UNSIGNED_INT; }
+    static constexpr GLenum typeOf(const SampledTexture&) { return GL_TEXTURE_2D; }
+    static constexpr GLenum typeOf(const HandleBase*) { return GL_SHADER_STORAGE_BUFFER; }
+    template <typename Value> static constexpr GLenum typeOf(const Value&) = delete;
+
+    // Takes as many bytes as the value has and leaves the others: what is set over and over is not copied whole.
+    template <typename Value> void set(const Value& value) {
+        static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(payload));
+        valueType = typeOf(value);
+        std::memcpy(payload.data(), &value, sizeof(Value));
+    }
 
     // 0: never set.
     std::uint32_t type() const { return valueType; }
 
-    // The payload as floats, for the floating-point types.
-    const float* floats() const { return payload.data(); }
-
-    // The payload as any other of the types above.
+    // The payload as one of the types above.
     template <typename Value> Value as() const {
         Value value;
         std::memcpy(&value, payload.data(), sizeof(Value));
@@ -48,11 +58,6 @@ public:
     }
 
 private:
-    template <typename Value> UniformValue(std::uint32_t glType, const Value& value) : valueType(glType) {
-        static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(payload));
-        std::memcpy(payload.data(), &value, sizeof(Value));
-    }
-
     // Room for the largest type, a 4 x 4 matrix; copied in and out byte by byte.
     std::array<float, 16> payload{};
     std::uint32_t valueType = 0;

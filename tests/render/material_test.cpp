@@ -71,7 +71,7 @@ TEST_F(MaterialTest, KnowsWhichValuesItHas) {
     Material material = makeMaterial();
     const std::int32_t one = program().findResource("one").value();
     EXPECT_FALSE(material.hasUniform(one));
-    material.setUniform(one, UniformValue(1.5f));
+    material.setUniform(one, 1.5f);
     EXPECT_TRUE(material.hasUniform(one));
     EXPECT_FALSE(material.hasUniform(-1)) << "no such name";
 }
@@ -133,7 +133,7 @@ TEST_F(MaterialTest, RefusesANameThatTheProgramLacks) {
     material.bind();
     gl.calls.clear();
     EXPECT_FALSE(material.setUniform("nowhere", UniformValue(1.0f)));
-    EXPECT_FALSE(material.setUniform(-1, UniformValue(1.0f)));
+    EXPECT_FALSE(material.setUniform(-1, 1.0f));
     EXPECT_THAT(gl.calls, IsEmpty());
 }
 
