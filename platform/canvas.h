@@ -14,7 +14,8 @@ namespace dunkman::platform {
 // only.
 class Canvas {
 public:
-    // Asks the driver for what a canvas needs; stops the game with a message that names what is missing.
+    // Asks the driver for what a canvas needs; stops the game with a message that names what is missing. After
+    // loadGlFunctions.
     // Everything is drawn straight to the window until the first resize.
     void load(GlLookup driver, GlLookup systemLibrary);
 
@@ -38,6 +39,10 @@ private:
         void (*createRenderbuffers)(GLsizei count, GLuint* names) = nullptr;
         void (*deleteRenderbuffers)(GLsizei count, const GLuint* names) = nullptr;
         void (*namedRenderbufferStorage)(GLuint name, GLenum format, GLsizei width, GLsizei height) = nullptr;
+        void (*texImage2D)(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
+                           GLint border, GLenum format, GLenum type, const void* pixels) = nullptr;
+        void (*namedFramebufferTexture)(GLuint framebuffer, GLenum attachment, GLuint texture,
+                                        GLint level) = nullptr;
         void (*namedFramebufferRenderbuffer)(GLuint framebuffer, GLenum attachment, GLenum target,
                                              GLuint renderbuffer) = nullptr;
         void (*bindFramebuffer)(GLenum target, GLuint name) = nullptr;
@@ -49,16 +54,18 @@ private:
     struct Picture {
         ClientSize size;        // 0 x 0: there is none
         GLuint framebuffer = 0; // 0: the window's
-        GLuint colour = 0;
-        GLuint depth = 0; // 0: it has none
+        GLuint colour = 0;      // a texture
+        GLuint depth = 0;       // a renderbuffer; 0: it has none
     };
 
     Picture makeColours(const ClientSize& size) const;
     Picture makePicture(const ClientSize& size) const;
     void copy(const Picture& from, GLuint to, const ClientSize& toSize) const;
+    void copyRowsToWindow() const;
     void release(const Picture& unused) const;
 
     Functions gl;
+    bool copiesByRows = false; // to the window
     Picture picture;
     Picture kept;
 };

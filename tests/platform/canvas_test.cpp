@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,17 +18,21 @@ namespace {
 // after a swap.
 struct Driver {
     std::map<GLuint, std::string> pictures; // by framebuffer
-    std::map<GLuint, ClientSize> sizes;     // of renderbuffers
+    std::map<GLuint, ClientSize> sizes;     // of textures and renderbuffers
     std::map<GLuint, std::map<GLenum, GLuint>> attached;
     GLuint bound = 0;
     ClientSize
         windowSize; // as the driver last looked: when a viewport is set while drawing goes to the window
     GLuint lastName = 0;
+    GLuint boundTexture = 0;
+    std::set<GLint> copiedRows; // of the window, one by one
+    std::string renderer = "a graphics card";
     std::string missing;
 
     void draw(const std::string& picture) { pictures[bound] = picture; }
     std::string swap() {
         std::string shown = pictures[0];
+        copiedRows.clear();
         pictures[0] = "rubbish";
         return shown;
     }
@@ -50,22 +56,49 @@ void deleteFramebuffers(GLsizei, const GLuint* names) {
         driver.pictures.erase(*names);
     }
 }
-void deleteRenderbuffers(GLsizei, const GLuint* names) { driver.sizes.erase(*names); }
+void deleteStored(GLsizei, const GLuint* names) { driver.sizes.erase(*names); }
 
 void storage(GLuint name, GLenum, GLsizei width, GLsizei height) {
     driver.sizes[name] = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
+}
+
+void createTextures(GLenum, GLsizei count, GLuint* names) { createNames(count, names); }
+void bindTextureUnit(GLuint, GLuint name) { driver.boundTexture = name; }
+
+void texImage(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum, GLenum, const void*) {
+    storage(driver.boundTexture, 0, width, height);
 }
 
 void attach(GLuint framebuffer, GLenum attachment, GLenum, GLuint renderbuffer) {
     driver.attached[framebuffer][attachment] = renderbuffer;
 }
 
+void attachTexture(GLuint framebuffer, GLenum attachment, GLuint texture, GLint) {
+    driver.attached[framebuffer][attachment] = texture;
+}
+
 void bind(GLenum, GLuint name) { driver.bound = name; }
 
-void blit(GLuint from, GLuint to, GLint, GLint, GLint fromWidth, GLint fromHeight, GLint, GLint,
-          GLint toWidth, GLint toHeight, GLbitfield, GLenum) {
-    const bool isStretched = fromWidth != toWidth || fromHeight != toHeight;
+void blit(GLuint from, GLuint to, GLint, GLint fromY0, GLint fromX1, GLint fromY1, GLint, GLint toY0,
+          GLint toX1, GLint toY1, GLbitfield, GLenum) {
+    const GLint height = fromY1 - fromY0;
+    if (height == 1) { // turned around, it covers the same row
+        EXPECT_EQ(toY0, fromY1);
+        EXPECT_EQ(toY1, fromY0);
+        EXPECT_EQ(toX1, fromX1);
+        EXPECT_EQ(to, 0u);
+        driver.copiedRows.insert(fromY0);
+        if (driver.copiedRows.size() == driver.windowSize.height) {
+            driver.pictures[to] = driver.pictures[from] + ", by rows";
+        }
+        return;
+    }
+    const bool isStretched = fromX1 != toX1 || height != toY1 - toY0;
     driver.pictures[to] = driver.pictures[from] + (isStretched ? ", stretched" : "");
+}
+
+const std::uint8_t* getString(GLenum) {
+    return reinterpret_cast<const std::uint8_t*>(driver.renderer.c_str());
 }
 
 void viewport(GLint, GLint, GLsizei width, GLsizei height) {
@@ -85,11 +118,14 @@ GlFunction ask(const char* name) {
         {"glCreateFramebuffers", address(createFramebuffers)},
         {"glDeleteFramebuffers", address(deleteFramebuffers)},
         {"glCreateRenderbuffers", address(createNames)},
-        {"glDeleteRenderbuffers", address(deleteRenderbuffers)},
+        {"glDeleteRenderbuffers", address(deleteStored)},
         {"glNamedRenderbufferStorage", address(storage)},
         {"glNamedFramebufferRenderbuffer", address(attach)},
         {"glBindFramebuffer", address(bind)},
+        {"glNamedFramebufferTexture", address(attachTexture)},
         {"glBlitNamedFramebuffer", address(blit)},
+        {"glTexImage2D", address(texImage)},
+        {"glGetString", address(getString)},
     };
     return name == driver.missing || !functions.contains(name) ? nullptr : functions.at(name);
 }
@@ -100,6 +136,9 @@ protected:
         driver = Driver();
         glClear = clear;
         glViewport = viewport;
+        glCreateTextures = createTextures;
+        glDeleteTextures = deleteStored;
+        glBindTextureUnit = bindTextureUnit;
     }
     ~CanvasTest() override { resetProgram(); }
 
@@ -126,6 +165,23 @@ TEST_F(CanvasTest, ShowsWhatWasDrawn) {
     canvas.resize({1920, 1080});
     driver.draw("step 1");
     EXPECT_EQ(show(), "step 1");
+}
+
+TEST_F(CanvasTest, GoesToTheWindowRowByRowInSoftware) {
+    driver.renderer = "llvmpipe (LLVM 15.0.6, 256 bits)";
+    canvas.load(ask, ask);
+    canvas.resize({960, 540});
+    driver.draw("step 1");
+    EXPECT_EQ(show(), "step 1, by rows");
+    driver.draw("step 2");
+    EXPECT_EQ(show(), "step 2, by rows");
+}
+
+TEST_F(CanvasTest, LeavesNoTextureBound) {
+    canvas.load(ask, ask);
+    canvas.resize({960, 540});
+    canvas.keep();
+    EXPECT_EQ(driver.boundTexture, 0u);
 }
 
 TEST_F(CanvasTest, ShowsTheLastPictureAgainWhenNothingWasDrawn) {
