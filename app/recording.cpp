@@ -1,8 +1,5 @@
 #include "app/recording.h"
 
-#include <filesystem>
-#include <new>
-#include <sstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -10,6 +7,7 @@
 #include "app/recording_writer.h"
 #include "app/unfinished_recording.h"
 #include "base/fatal.h"
+#include "base/files.h"
 #include "base/frame_state_writer.h"
 #include "base/key_states_writer.h"
 #include "json5/data_file.h"
@@ -104,12 +102,9 @@ void replayStep() {
 }
 
 std::string recordingText() {
-    std::ostringstream text;
+    std::string text;
     writeJson5(writeRecords(), text, "  ", 0);
-    if (!text) {
-        throw std::bad_alloc(); // streams only mark themselves bad when memory fails
-    }
-    return text.str();
+    return text;
 }
 
 void saveRecording() {
@@ -118,9 +113,7 @@ void saveRecording() {
               "write-protected or the disk full?");
     }
     writable::recording.isSaved = true;
-    std::error_code error;
-    std::filesystem::rename(newRecordingPath, recordingPath, error);
-    if (error) {
+    if (const std::error_code error = renameFile(newRecordingPath, recordingPath)) {
         fatal("The recording is in recording.json5.new, but recording.json5 cannot be replaced: " +
               error.message() + ". Close programs that hold the file and rename the new one by hand.");
     }

@@ -1,16 +1,14 @@
 #include "app/unfinished_recording.h"
 
-#include <fstream>
 #include <system_error>
 
 #include "app/recording_writer.h"
+#include "base/files.h"
 #include "base/frame_state.h"
 
 namespace dunkman {
 
 namespace {
-
-namespace files = std::filesystem;
 
 constexpr const char* besidePath = "recording-unfinished.json5";
 constexpr const char* olderPath = "recording-unfinished-older.json5";
@@ -21,52 +19,41 @@ bool isSomethingToKeep() {
     return frameState.inputMode == InputMode::Record && !recording.isSaved && !recording.records.empty();
 }
 
-bool putInPlace(const files::path& path, const std::string& text) {
-    files::path fresh = path;
-    fresh += ".new";
+bool putInPlace(const std::string& path, const std::string& text) {
+    const std::string fresh = path + ".new";
     if (!writeNewFile(fresh, text)) {
         return false;
     }
-    std::error_code error;
-    files::rename(fresh, path, error);
+    const std::error_code error = renameFile(fresh, path);
     if (error) {
-        std::error_code ignored;
-        files::remove(fresh, ignored);
+        removeFile(fresh);
     }
     return !error;
 }
 
 bool keepBeside(const std::string& text) {
-    std::error_code ignored;
-    if (!recording.isKept && files::is_regular_file(besidePath, ignored)) {
-        files::rename(besidePath, olderPath, ignored);
+    if (!recording.isKept && statusOf(besidePath).kind == FileKind::Ordinary) {
+        renameFile(besidePath, olderPath);
     }
     const bool isWritten = putInPlace(besidePath, text);
     writable::recording.isKept = recording.isKept || isWritten;
     return isWritten;
 }
 
-std::string nameOf(const files::path& path) {
-    const std::u8string name = path.u8string();
-    return std::string(name.begin(), name.end());
-}
-
 } // namespace
 
-bool writeNewFile(const files::path& path, std::string_view text) {
-    std::error_code error;
-    const files::file_status there = files::status(path, error);
-    if (files::exists(there) && !files::is_regular_file(there)) {
+bool writeNewFile(const std::string& path, std::string_view text) {
+    const FileKind there = statusOf(path).kind;
+    if (there != FileKind::None && there != FileKind::Ordinary) {
         return false; // opening a pipe would wait for a reader
     }
-    std::ofstream file(path, std::ios::binary);
-    if (!file) {
+    File file = File::toWrite(path);
+    if (!file.isOpen()) {
         return false;
     }
-    file << text;
-    file.close();
-    if (!file) {
-        files::remove(path, error);
+    const bool isWritten = file.write(text);
+    if (!file.close() || !isWritten) {
+        removeFile(path);
         return false;
     }
     return true;
@@ -81,15 +68,14 @@ std::string keepUnfinishedRecording() {
         return "What was recorded up to then is in recording-unfinished.json5. Renamed to recording.json5 "
                "it is what the game replays.";
     }
-    std::error_code error;
-    const files::path folder = files::temp_directory_path(error);
-    const files::path path = folder / temporaryName;
-    if (!error && putInPlace(path, text)) {
-        return "What was recorded up to then is in " + nameOf(path) +
+    const std::string folder = temporaryFolder();
+    const std::string path = pathIn(folder, temporaryName);
+    if (!folder.empty() && putInPlace(path, text)) {
+        return "What was recorded up to then is in " + path +
                ", as no file can be written beside recording.json5. Moved there and renamed to "
                "recording.json5 it is what the game replays.";
     }
-    return "What was recorded is lost: neither recording-unfinished.json5 nor " + nameOf(path) +
+    return "What was recorded is lost: neither recording-unfinished.json5 nor " + path +
            " can be written. Make room or allow writing before the next game.";
 }
 
@@ -104,8 +90,7 @@ void keepRecordingNowAndThen() {
 
 void dropUnfinishedRecording() {
     if (recording.isKept) {
-        std::error_code ignored;
-        files::remove(besidePath, ignored);
+        removeFile(besidePath);
         writable::recording.isKept = false;
     }
 }

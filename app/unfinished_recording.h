@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -21,6 +20,6 @@ void keepRecordingNowAndThen();
 void dropUnfinishedRecording();
 
 // Writes a file that is to be put in another one's place. False, and no file, when that is not possible.
-bool writeNewFile(const std::filesystem::path& path, std::string_view text);
+bool writeNewFile(const std::string& path, std::string_view text);
 
 } // namespace dunkman

@@ -1,6 +1,5 @@
 #include "audio/decode.h"
 
-#include <filesystem>
 #include <span>
 #include <string>
 #include <utility>
@@ -19,6 +18,7 @@
 #include "audio/wave_format.h"
 #include "base/debug_output.h"
 #include "base/file_contents.h"
+#include "base/wide_text_win32.h"
 
 namespace dunkman {
 
@@ -173,22 +173,18 @@ CallResult decodeFile(const MediaFoundationFunctions& functions, const std::wstr
     return adopted.failed() ? adopted : readSamples(*reader.get(), collector);
 }
 
-std::string nameOf(const std::filesystem::path& path) {
-    const std::u8string name = path.u8string();
-    return std::string(name.begin(), name.end());
-}
-
 } // namespace
 
 MusicTrack decodeMusic(const std::wstring& path) {
-    const FileContents file = readFile(path, maxMusicFileBytes);
+    const std::string name = utf8Text(path);
+    const FileContents file = readFile(name, maxMusicFileBytes);
     if (file.fault != FileFault::None) {
-        debugText("audio: " + nameOf(path) + " cannot be read: no music from it");
+        debugText("audio: " + name + " cannot be read: no music from it");
         return {};
     }
     const Mp3Fault fault = examineMp3(std::as_bytes(std::span(file.bytes)));
     if (fault == Mp3Fault::Empty || fault == Mp3Fault::NotMp3) {
-        debugText("audio: " + nameOf(path) + " " + describe(fault) + ": no music from it");
+        debugText("audio: " + name + " " + describe(fault) + ": no music from it");
         return {};
     }
     const MediaFoundationFunctions* const functions = mediaFoundation();
@@ -203,10 +199,10 @@ MusicTrack decodeMusic(const std::wstring& path) {
     if (fault == Mp3Fault::CutOff) {
         const char* const consequence =
             track.samples.empty() ? ": no music from it" : ": it plays as far as it goes";
-        debugText("audio: " + nameOf(path) + " " + describe(fault) + consequence);
+        debugText("audio: " + name + " " + describe(fault) + consequence);
     } else if (decoded.failed()) {
         const std::string consequence = track.samples.empty() ? "no music from " : "not all music from ";
-        debugText(describe(decoded, (consequence + nameOf(path)).c_str()));
+        debugText(describe(decoded, (consequence + name).c_str()));
     }
     return track;
 }

@@ -2,72 +2,71 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
-#include <system_error>
+#include <optional>
+#include <span>
 
 #include "base/fatal.h"
+#include "base/files.h"
 
 namespace dunkman {
 
 namespace {
 
 constexpr std::size_t blockBytes = 65536;
-constexpr std::uintmax_t bytesPerMebibyte = 1024 * 1024;
+constexpr std::uint64_t bytesPerMebibyte = 1024 * 1024;
 
 // Decided before the file is opened: opening a pipe waits for whoever writes to it.
-FileFault faultOfKind(std::filesystem::file_type type) {
-    switch (type) {
-    case std::filesystem::file_type::regular:
+FileFault faultOfKind(FileKind kind) {
+    switch (kind) {
+    case FileKind::Ordinary:
         return FileFault::None;
-    case std::filesystem::file_type::none:
-    case std::filesystem::file_type::not_found:
-    case std::filesystem::file_type::unknown:
-    case std::filesystem::file_type::directory:
-        return FileFault::Unreadable;
-    default:
+    case FileKind::Other:
         return FileFault::NotOrdinary;
+    default:
+        return FileFault::Unreadable;
     }
 }
 
 } // namespace
 
-FileContents readFile(const std::filesystem::path& path, std::uintmax_t mostBytes) {
+FileContents readFile(const std::string& path, std::uint64_t mostBytes) {
     FileContents contents;
-    std::error_code error;
-    contents.fault = faultOfKind(std::filesystem::status(path, error).type());
+    const FileStatus status = statusOf(path);
+    contents.fault = faultOfKind(status.kind);
     if (contents.fault != FileFault::None) {
         return contents;
     }
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    std::ifstream file(path, std::ios::binary);
-    if (error || !file) {
+    const File file = File::toRead(path);
+    if (!file.isOpen()) {
         contents.fault = FileFault::Unreadable;
         return contents;
     }
-    if (size > mostBytes) {
+    if (status.size > mostBytes) {
         contents.fault = FileFault::TooLarge;
         return contents;
     }
     // One byte more than the file says, to meet its end at once; but it may also have said too little, or grow.
     std::size_t filled = 0;
-    std::uintmax_t room = size + 1;
-    while (file && filled <= mostBytes) {
-        contents.bytes.resize(static_cast<std::size_t>(room));
-        file.read(contents.bytes.data() + filled,
-                  static_cast<std::streamsize>(contents.bytes.size() - filled));
-        filled += static_cast<std::size_t>(file.gcount());
-        room = std::min<std::uintmax_t>(filled + blockBytes, mostBytes + 1);
-    }
+    std::uint64_t room = status.size + 1;
+    std::optional<std::size_t> count;
+    do {
+        if (filled == contents.bytes.size()) {
+            contents.bytes.resize(static_cast<std::size_t>(room));
+            room = std::min<std::uint64_t>(room + blockBytes, mostBytes + 1);
+        }
+        count = file.read(std::span(contents.bytes).subspan(filled));
+        filled += count.value_or(0);
+    } while (count.value_or(0) > 0 && filled <= mostBytes);
     contents.bytes.resize(filled);
     if (filled > mostBytes) {
         contents = {{}, FileFault::TooLarge};
-    } else if (!file.eof()) {
+    } else if (!count) {
         contents.fault = FileFault::Unreadable;
     }
     return contents;
 }
 
-FileContents readDataFile(const std::string& path, std::uintmax_t mostBytes) {
+FileContents readDataFile(const std::string& path, std::uint64_t mostBytes) {
     return namingFile(path, [&path, mostBytes] {
         FileContents contents = readFile(path, mostBytes);
         if (contents.fault == FileFault::NotOrdinary) {

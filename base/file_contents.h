@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 
 namespace dunkman {
@@ -19,11 +18,11 @@ struct FileContents {
 };
 
 // A whole file, byte for byte, up to `mostBytes`.
-FileContents readFile(const std::filesystem::path& path, std::uintmax_t mostBytes);
+FileContents readFile(const std::string& path, std::uint64_t mostBytes);
 
 // The same for a file that the game cannot do without in the form it is meant to have: stops the game, with a message
 // that names it, when it is no ordinary file, too large, or larger than there is memory for. An unreadable one is left
 // to the caller.
-FileContents readDataFile(const std::string& path, std::uintmax_t mostBytes);
+FileContents readDataFile(const std::string& path, std::uint64_t mostBytes);
 
 } // namespace dunkman

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <istream>
 #include <utility>
 
 #include "base/fatal.h"
@@ -348,22 +347,6 @@ void Json5Reader::parseArray(JsonValue& value) {
 
 void parseDocument(std::string_view text, Json5Report& report, JsonValue& value) {
     Json5Reader reader(text);
-    reader.parseDocument(value);
-    report = reader.report();
-}
-
-void parseDocument(std::istream& stream, Json5Report& report, JsonValue& value) {
-    // Block by block as the stream has them ready: what comes before a failure counts, so no read may span
-    // one.
-    std::string text;
-    while (stream.peek() != std::istream::traits_type::eof()) {
-        const std::streamsize ready = std::max<std::streamsize>(1, stream.rdbuf()->in_avail());
-        const std::size_t size = text.size();
-        text.resize(size + static_cast<std::size_t>(ready));
-        stream.read(text.data() + size, ready);
-        text.resize(size + static_cast<std::size_t>(stream.gcount()));
-    }
-    Json5Reader reader(text, stream.eof() ? Json5Error::EndOfInput : Json5Error::StreamFailed);
     reader.parseDocument(value);
     report = reader.report();
 }

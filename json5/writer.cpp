@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <ostream>
 
 namespace dunkman {
 
@@ -98,12 +97,6 @@ void Json5Writer::indent(int depth) {
 
 void writeJson5(const JsonValue& value, std::string& text, std::string_view indentUnit, int depth) {
     Json5Writer(text, indentUnit).write(value, depth);
-}
-
-void writeJson5(const JsonValue& value, std::ostream& stream, std::string_view indentUnit, int depth) {
-    std::string text;
-    writeJson5(value, text, indentUnit, depth);
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
 } // namespace dunkman

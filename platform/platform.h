@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 
 // What the program asks of the machine. One header, two sources, chosen at link time: the Windows one, and the
@@ -15,7 +14,7 @@ struct ClientSize {
 };
 
 // Where the program's own file is; empty where that is not known.
-std::filesystem::path programFolder();
+std::string programFolder();
 
 // How long ago the process was started; 0 where that is not known.
 std::int64_t processAgeNanoseconds();

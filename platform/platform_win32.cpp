@@ -9,6 +9,7 @@
 
 #include "base/debug_output.h"
 #include "base/fatal.h"
+#include "base/wide_text_win32.h"
 #include "platform/canvas.h"
 #include "platform/software_gl.h"
 #include "platform/unpacked_textures.h"
@@ -39,25 +40,22 @@ HDC deviceContext = nullptr;
 
 Canvas canvas;
 
-std::wstring wide(const std::string& utf8) {
-    const int length =
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring result(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), result.data(), length);
-    return result;
-}
-
 std::int64_t ticksOf(const FILETIME& time) {
     return static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime);
 }
 
 } // namespace
 
-std::filesystem::path programFolder() {
+std::string programFolder() {
     constexpr std::size_t longestPath = 32768;
     std::wstring path(longestPath, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return std::filesystem::path(path).parent_path();
+    const std::size_t nameAt = path.find_last_of(L'\\');
+    path.resize(nameAt == std::wstring::npos ? 0 : nameAt);
+    if (path.ends_with(L':')) {
+        path += L'\\'; // without it, the working directory of that drive
+    }
+    return utf8Text(path);
 }
 
 std::int64_t processAgeNanoseconds() {
@@ -177,14 +175,15 @@ void useRealPixels() { SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_M
 void showNotice(const std::string& message) {
     debugText("notice: " + message);
     ShowCursor(TRUE);
-    MessageBoxW(nullptr, wide(message).c_str(), L"Dunkman", MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND);
+    MessageBoxW(nullptr, wideText(message).c_str(), L"Dunkman",
+                MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND);
 }
 
 void showFatalMessage(const std::string& message) {
     debugText("fatal: " + message);
     restoreDesktop();
     ShowCursor(TRUE);
-    MessageBoxW(nullptr, wide(message).c_str(), L"Dunkman", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+    MessageBoxW(nullptr, wideText(message).c_str(), L"Dunkman", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 } // namespace platform

@@ -1,7 +1,7 @@
 #include "render/shader_preprocessor.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -114,19 +114,59 @@ std::string expandIncludes(const std::string& path, IncludeCache& cache, const T
     return Expander(cache, readFile).expand(path);
 }
 
+namespace {
+
+bool isAbsolute(std::string_view path) {
+    return path.starts_with('/') || (path.size() > 1 && path[1] == ':'); // a drive's letter
+}
+
+// Without ".", without ".." behind the name of a folder, with single slashes.
+std::string normalised(std::string_view path) {
+    std::vector<std::string_view> names;
+    const bool hasRoot = path.starts_with('/');
+    while (!path.empty()) {
+        const std::string_view name = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(name.size() + 1, path.size()));
+        if (name != "..") {
+            if (!name.empty() && name != ".") {
+                names.push_back(name);
+            }
+        } else if (!names.empty() && names.back() != "..") {
+            names.pop_back();
+        } else if (!hasRoot) {
+            names.push_back(name);
+        }
+    }
+    std::string result = hasRoot ? "/" : "";
+    for (const std::string_view name : names) {
+        result.append(name).append("/");
+    }
+    if (!names.empty()) {
+        result.pop_back();
+    }
+    return result;
+}
+
+} // namespace
+
 std::string reducedIncludePath(std::string_view formedPath) {
-    std::filesystem::path reduced;
+    std::string reduced;
     while (true) {
         const std::size_t stepAt = formedPath.find(parentStep);
         std::string part(formedPath.substr(0, stepAt));
         std::replace(part.begin(), part.end(), '\\', '/');
-        reduced = reduced.parent_path() / part;
+        if (isAbsolute(part)) {
+            reduced.clear();
+        } else {
+            reduced.resize(reduced.rfind('/') + 1); // its folder; none: npos + 1 is 0
+        }
+        reduced += part;
         if (stepAt == std::string_view::npos) {
             break;
         }
         formedPath.remove_prefix(stepAt + parentStep.size());
     }
-    return reduced.lexically_normal().generic_string();
+    return normalised(reduced);
 }
 
 } // namespace dunkman

@@ -31,7 +31,7 @@ void resetMachine() {
     simulated::resetGl();
 }
 
-std::filesystem::path programFolder() { return machine.programFolder; }
+std::string programFolder() { return machine.programFolder; }
 std::int64_t processAgeNanoseconds() { return machine.processAgeNanoseconds; }
 void switchDisplayMode() { machine.calls.emplace_back("switchDisplayMode"); }
 void openWindow() { machine.calls.emplace_back("openWindow"); }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,7 +22,7 @@ struct Machine {
     std::set<std::int32_t> keysDown;    // virtual-key codes
     std::set<std::int32_t> keysPressed; // since last asked, whether they still are down or not
     platform::ClientSize clientSize = {1920, 1080};
-    std::filesystem::path programFolder; // empty: the working directory alone holds the data
+    std::string programFolder; // empty: the working directory alone holds the data
     bool windowVisible = true;
     bool drawsInSoftware = false;
     int bufferSwaps = 0;

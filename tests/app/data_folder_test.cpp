@@ -28,13 +28,13 @@ protected:
 
     // Where the game looks for its files in the end.
     std::filesystem::path entered() {
-        enterDataFolder(program);
+        enterDataFolder(program.string());
         return std::filesystem::current_path();
     }
 
     std::string fault(const std::filesystem::path& programFolder) {
         try {
-            enterDataFolder(programFolder);
+            enterDataFolder(programFolder.string());
         } catch (const FatalError& error) {
             return error.what();
         }
@@ -68,18 +68,18 @@ TEST_F(DataFolder, IsFoundByAnyFileThatTheGameCannotDoWithout) {
     for (const char* name : {"images_compressed.json5", "recipes.json5", "prefabs.json5", "scene.json5",
                              "drawable_basic.vert", shader}) {
         scratch.write(std::string("one/") + name + "/" + name, "");
-        EXPECT_TRUE(holdsGameData(base / "one" / name)) << name;
+        EXPECT_TRUE(holdsGameData((base / "one" / name).string())) << name;
     }
 }
 
 TEST_F(DataFolder, IsNotFoundByWhatTheGameWritesItself) {
     scratch.write("elsewhere/recording.json5", "[]");
-    EXPECT_FALSE(holdsGameData(work));
+    EXPECT_FALSE(holdsGameData(work.string()));
 }
 
 TEST_F(DataFolder, IsNotFoundByAFolderWithTheNameOfAFile) {
     std::filesystem::create_directories(work / shader);
-    EXPECT_FALSE(holdsGameData(work));
+    EXPECT_FALSE(holdsGameData(work.string()));
 }
 
 TEST_F(DataFolder, IsMissedWithAMessageThatSaysWhereItWasLookedFor) {

@@ -40,7 +40,7 @@ TEST_F(Lifecycle, FindsItsDataBesideItselfWhereverItIsStarted) {
     const std::filesystem::path folder = std::filesystem::current_path();
     std::filesystem::create_directory("elsewhere");
     std::filesystem::current_path("elsewhere");
-    simulated::machine.programFolder = folder;
+    simulated::machine.programFolder = folder.string();
     EXPECT_EQ(startUpFault(), "no fault");
     EXPECT_EQ(std::filesystem::current_path(), folder);
 }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <new>
 #include <stdexcept>
@@ -48,24 +49,24 @@ TEST_F(FileContentsTest, AreTheWholeFileByteForByte) {
             bytes += static_cast<char>(i * i % 251);
         }
         store(bytes);
-        const FileContents contents = readFile(path, 300000);
+        const FileContents contents = readFile(path.string(), 300000);
         EXPECT_EQ(contents.fault, FileFault::None) << size;
         EXPECT_EQ(contents.bytes, bytes) << size;
     }
 }
 
 TEST_F(FileContentsTest, OfAMissingFileAndOfAFolderAreUnreadable) {
-    EXPECT_EQ(readFile(path, 10).fault, FileFault::Unreadable);
+    EXPECT_EQ(readFile(path.string(), 10).fault, FileFault::Unreadable);
     EXPECT_EQ(readFile("", 10).fault, FileFault::Unreadable);
-    EXPECT_EQ(readFile(folder, 10).fault, FileFault::Unreadable);
+    EXPECT_EQ(readFile(folder.string(), 10).fault, FileFault::Unreadable);
     EXPECT_EQ(readDataFile(path.string(), 10).fault, FileFault::Unreadable);
 }
 
 TEST_F(FileContentsTest, BeyondTheBoundAreNotReadAtAll) {
     store("12345678");
-    EXPECT_EQ(readFile(path, 8).bytes, "12345678");
-    EXPECT_EQ(readFile(path, 7).fault, FileFault::TooLarge);
-    EXPECT_EQ(readFile(path, 7).bytes, "");
+    EXPECT_EQ(readFile(path.string(), 8).bytes, "12345678");
+    EXPECT_EQ(readFile(path.string(), 7).fault, FileFault::TooLarge);
+    EXPECT_EQ(readFile(path.string(), 7).bytes, "");
 }
 
 TEST_F(FileContentsTest, OfAHugeFileAreRefusedWithItsName) {

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
 #include "base/fatal.h"
@@ -17,7 +18,7 @@ TEST(Pipe, InPlaceOfADataFileIsRefusedUnopened) {
     const std::filesystem::path path =
         std::filesystem::temp_directory_path() / ("dunkman_pipe_" + std::to_string(getpid()));
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    EXPECT_EQ(readFile(path, 1000).fault, FileFault::NotOrdinary);
+    EXPECT_EQ(readFile(path.string(), 1000).fault, FileFault::NotOrdinary);
     EXPECT_THROW(readDataFile(path.string(), 1000), FatalError);
     std::filesystem::remove(path);
 }

@@ -165,7 +165,7 @@ TEST_F(Faults, EachAllocationOfAShortGame) {
     EXPECT_TRUE(debugLines.contains("audio: not enough memory for zombiegame.mp3: no music from it"));
 }
 
-TEST_F(Faults, EachLookAtAFile) { EXPECT_GT(failEach(SystemCall::Status).tried, 60); }
+TEST_F(Faults, EachLookAtAFile) { EXPECT_GT(failEach(SystemCall::Status).tried, 50); }
 
 TEST_F(Faults, EachOpeningOfAFile) { EXPECT_GT(failEach(SystemCall::Open).tried, 50); }
 

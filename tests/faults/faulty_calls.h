@@ -5,7 +5,7 @@
 #include <string_view>
 
 // The system's calls that a program on the simulated machine makes, counted, and one of them failing when asked. They
-// stand in front of the C library's own, for the standard library too.
+// stand in front of the C library's own.
 namespace dunkman {
 
 enum class SystemCall { Allocation, Status, Open, Read, Write, Close, Rename };

@@ -1,13 +1,13 @@
 #include "tests/faults/faulty_calls.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
 #include <new>
 
@@ -65,31 +65,29 @@ void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 extern "C" {
 
-std::FILE* fopen(const char* path, const char* mode) {
-    static auto* const real = original<std::FILE*(const char*, const char*)>("fopen");
+int open(const char* path, int flags, ...) {
+    static auto* const real = original<int(const char*, int, ...)>("open");
     if (fails(SystemCall::Open)) {
         errno = EMFILE;
-        return nullptr;
+        return -1;
     }
-    return real(path, mode);
-}
-
-std::FILE* fopen64(const char* path, const char* mode) {
-    static auto* const real = original<std::FILE*(const char*, const char*)>("fopen64");
-    if (fails(SystemCall::Open)) {
-        errno = EMFILE;
-        return nullptr;
+    if ((flags & O_CREAT) == 0) {
+        return real(path, flags);
     }
-    return real(path, mode);
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = va_arg(rest, mode_t);
+    va_end(rest);
+    return real(path, flags, mode);
 }
 
 // The file is closed, but what was to reach the disk did not.
-int fclose(std::FILE* file) {
-    static auto* const real = original<int(std::FILE*)>("fclose");
+int close(int file) {
+    static auto* const real = original<int(int)>("close");
     const int result = real(file);
     if (fails(SystemCall::Close)) {
         errno = EIO;
-        return EOF;
+        return -1;
     }
     return result;
 }
@@ -110,15 +108,6 @@ ssize_t write(int file, const void* bytes, std::size_t count) {
         return -1;
     }
     return real(file, bytes, count);
-}
-
-ssize_t writev(int file, const iovec* pieces, int count) {
-    static auto* const real = original<ssize_t(int, const iovec*, int)>("writev");
-    if (fails(SystemCall::Write)) {
-        errno = ENOSPC;
-        return -1;
-    }
-    return real(file, pieces, count);
 }
 
 int stat(const char* path, struct stat* result) noexcept {

@@ -165,6 +165,13 @@ TEST(ReducedIncludePath, DropsTheFileNameBeforeAParentStep) {
     EXPECT_EQ(reducedIncludePath("a.vert\\..\\b.glsl\\..\\c.glsl"), "c.glsl");
     EXPECT_EQ(reducedIncludePath("a.vert\\..\\sub\\b.glsl\\..\\c.glsl"), "sub/c.glsl");
     EXPECT_EQ(reducedIncludePath("plain.frag"), "plain.frag");
+    EXPECT_EQ(reducedIncludePath("sub\\a.vert\\..\\..\\b.glsl"), "b.glsl");
+    EXPECT_EQ(reducedIncludePath("a.vert\\..\\../b.glsl"), "../b.glsl");
+    EXPECT_EQ(reducedIncludePath("a.vert\\..\\../../b.glsl"), "../../b.glsl");
+    EXPECT_EQ(reducedIncludePath("sub/a.vert\\..\\./lib//b.glsl"), "sub/lib/b.glsl");
+    EXPECT_EQ(reducedIncludePath("sub/a.vert\\..\\/lib/b.glsl"), "/lib/b.glsl");
+    EXPECT_EQ(reducedIncludePath("sub/a.vert\\..\\/../b.glsl"), "/b.glsl");
+    EXPECT_EQ(reducedIncludePath("sub/a.vert\\..\\C:/lib/b.glsl"), "C:/lib/b.glsl");
 }
 
 class ShaderFile : public testing::Test {

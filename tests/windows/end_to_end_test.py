@@ -148,7 +148,8 @@ def xdotool(*words):
 
 
 class EndToEnd(unittest.TestCase):
-    # Half a minute of play, so that the hero does not fall while a key is still held: recording goes several times as fast.
+    # Half a minute of play, so that the hero does not fall while a key is still held: recording goes several times as
+    # fast.
     RECORDED_HEALTH = 12
 
     def start(self, program, **options):
