@@ -182,7 +182,7 @@ MusicTrack decodeMusic(const std::wstring& path) {
         debugText("audio: " + name + " cannot be read: no music from it");
         return {};
     }
-    const Mp3Fault fault = examineMp3(std::as_bytes(std::span(file.bytes)));
+    const Mp3Fault fault = examineMp3(std::as_bytes(std::span(file.bytes.text())));
     if (fault == Mp3Fault::Empty || fault == Mp3Fault::NotMp3) {
         debugText("audio: " + name + " " + describe(fault) + ": no music from it");
         return {};

@@ -54,12 +54,12 @@ FileContents readFile(const std::string& path, std::uint64_t mostBytes) {
             contents.bytes.resize(static_cast<std::size_t>(room));
             room = std::min<std::uint64_t>(room + blockBytes, mostBytes + 1);
         }
-        count = file.read(std::span(contents.bytes).subspan(filled));
+        count = file.read(std::span(contents.bytes.data(), contents.bytes.size()).subspan(filled));
         filled += count.value_or(0);
     } while (count.value_or(0) > 0 && filled <= mostBytes);
     contents.bytes.resize(filled);
     if (filled > mostBytes) {
-        contents = {{}, FileFault::TooLarge};
+        contents = {Bytes(), FileFault::TooLarge};
     } else if (!count) {
         contents.fault = FileFault::Unreadable;
     }

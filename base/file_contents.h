@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/bytes.h"
+
 namespace dunkman {
 
 enum class FileFault {
@@ -13,7 +15,7 @@ enum class FileFault {
 };
 
 struct FileContents {
-    std::string bytes;
+    Bytes bytes;
     FileFault fault = FileFault::None;
 };
 

@@ -354,7 +354,7 @@ void parseDocument(std::string_view text, Json5Report& report, JsonValue& value)
 JsonValue parseFile(const std::string& path, Json5Report& report) {
     const FileContents file = readDataFile(path, maxJson5Bytes);
     return namingFile(path, [&file, &report] {
-        Json5Reader reader(file.bytes,
+        Json5Reader reader(file.bytes.text(),
                            file.fault == FileFault::None ? Json5Error::EndOfInput : Json5Error::StreamFailed);
         JsonValue value;
         reader.parseDocument(value);

@@ -84,8 +84,8 @@ void requireSaneHeader(const DdsHeader& header, const std::string& fileName) {
 
 } // namespace
 
-DdsImage parseDds(std::string file, const std::string& fileName) {
-    std::span<const std::byte> bytes = std::as_bytes(std::span(file));
+DdsImage parseDds(Bytes file, const std::string& fileName) {
+    std::span<const std::byte> bytes = std::as_bytes(std::span(file.text()));
     if (bytes.size() < magicBytes || WordReader(bytes).next() != ddsMagic) {
         reject(fileName, "is no DDS file");
     }

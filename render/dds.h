@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/bytes.h"
+
 // DDS texture files.
 namespace dunkman {
 
@@ -40,11 +42,13 @@ inline constexpr std::uint32_t maxDdsFileBytes = 256u
 struct DdsImage {
     DdsHeader header{};
     std::array<std::uint32_t, 5> extension{}; // the words of "DX10", kept but used by nobody
-    std::string bytes;                        // the whole file
+    Bytes bytes;                              // the whole file
     std::size_t headerBytes = 0;              // of it, before the pixels
 
     // All bytes behind the headers.
-    std::span<const std::byte> pixels() const { return std::as_bytes(std::span(bytes)).subspan(headerBytes); }
+    std::span<const std::byte> pixels() const {
+        return std::as_bytes(std::span(bytes.text())).subspan(headerBytes);
+    }
 };
 
 // One level as it goes to OpenGL.
@@ -62,7 +66,7 @@ struct DdsUpload {
 // the file when it is missing, no ordinary file or too large, is no DDS file, has no texels, no levels, more extent or
 // levels than the bounds above, or ends before the last level that its header promises.
 DdsImage readDds(const std::string& path);
-DdsImage parseDds(std::string file, const std::string& fileName);
+DdsImage parseDds(Bytes file, const std::string& fileName);
 
 // Levels of storage: what the mip count's low 8 bits say, but no more than halving the larger extent down to 1 gives.
 std::uint32_t ddsStorageLevels(const DdsHeader& header);

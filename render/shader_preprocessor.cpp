@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 #include <vector>
 
 #include "base/debug_output.h"
@@ -96,13 +95,13 @@ void Expander::append(std::string& output, std::string_view piece, const std::st
 } // namespace
 
 std::string readTextFile(const std::string& path) {
-    FileContents file = readDataFile(path, maxExpandedShaderBytes);
+    const FileContents file = readDataFile(path, maxExpandedShaderBytes);
     if (file.fault != FileFault::None) {
         debugBreak("The shader file \"" + path +
                    "\" cannot be opened. It belongs into the folder of the game's data.");
         return {};
     }
-    return std::move(file.bytes);
+    return std::string(file.bytes.text());
 }
 
 std::string preprocessShaderFile(const std::string& path) {

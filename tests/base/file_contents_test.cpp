@@ -51,7 +51,7 @@ TEST_F(FileContentsTest, AreTheWholeFileByteForByte) {
         store(bytes);
         const FileContents contents = readFile(path.string(), 300000);
         EXPECT_EQ(contents.fault, FileFault::None) << size;
-        EXPECT_EQ(contents.bytes, bytes) << size;
+        EXPECT_EQ(contents.bytes.text(), bytes) << size;
     }
 }
 
@@ -64,9 +64,9 @@ TEST_F(FileContentsTest, OfAMissingFileAndOfAFolderAreUnreadable) {
 
 TEST_F(FileContentsTest, BeyondTheBoundAreNotReadAtAll) {
     store("12345678");
-    EXPECT_EQ(readFile(path.string(), 8).bytes, "12345678");
+    EXPECT_EQ(readFile(path.string(), 8).bytes.text(), "12345678");
     EXPECT_EQ(readFile(path.string(), 7).fault, FileFault::TooLarge);
-    EXPECT_EQ(readFile(path.string(), 7).bytes, "");
+    EXPECT_EQ(readFile(path.string(), 7).bytes.text(), "");
 }
 
 TEST_F(FileContentsTest, OfAHugeFileAreRefusedWithItsName) {

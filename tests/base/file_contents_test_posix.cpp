@@ -36,7 +36,7 @@ TEST(Device, ThatNeverEndsIsRefused) {
 // One that says it is empty, and goes on.
 TEST(FileThatHoldsMoreThanItSays, IsReadToItsEndOrToTheBound) {
     const FileContents contents = readFile("/proc/self/status", 100000);
-    EXPECT_NE(contents.bytes.find("voluntary_ctxt_switches"), std::string::npos);
+    EXPECT_NE(contents.bytes.text().find("voluntary_ctxt_switches"), std::string::npos);
     EXPECT_EQ(readFile("/proc/self/status", 20).fault, FileFault::TooLarge);
 }
 

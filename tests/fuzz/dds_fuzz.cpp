@@ -12,7 +12,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace dunkman;
     try {
-        const DdsImage image = parseDds(std::string(data, data + size), "fuzz.dds");
+        const DdsImage image = parseDds(Bytes(std::string(data, data + size)), "fuzz.dds");
         const std::uint32_t storage = ddsStorageLevels(image.header);
         if (storage == 0 || storage > image.header.mipMapCount) {
             std::abort();

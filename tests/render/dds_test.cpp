@@ -14,7 +14,7 @@ using testing::HasSubstr;
 
 std::string failureOf(const std::string& bytes) {
     try {
-        parseDds(bytes, "picture.dds");
+        parseDds(Bytes(bytes), "picture.dds");
     } catch (const FatalError& error) {
         return error.what();
     }
@@ -23,7 +23,7 @@ std::string failureOf(const std::string& bytes) {
 
 std::string failureOf(const DdsBytes& file) { return failureOf(file.build()); }
 
-DdsImage parse(const DdsBytes& file) { return parseDds(file.build(), "picture.dds"); }
+DdsImage parse(const DdsBytes& file) { return parseDds(Bytes(file.build()), "picture.dds"); }
 
 TEST(Dds, ReadsSizeLevelsAndPixels) {
     const DdsImage image = parse({.width = 8, .height = 4, .mipMapCount = 4});
@@ -74,7 +74,7 @@ TEST(Dds, SkipsTheExtendedHeader) {
 TEST(Dds, KeepsBytesBehindTheLastLevel) {
     std::string bytes = DdsBytes().build();
     bytes.push_back('*');
-    EXPECT_EQ(parseDds(bytes, "").pixels().size(), 9u);
+    EXPECT_EQ(parseDds(Bytes(bytes), "").pixels().size(), 9u);
 }
 
 TEST(Dds, StopsAtAMissingFile) {

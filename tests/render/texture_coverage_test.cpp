@@ -24,6 +24,7 @@ DdsImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t levels
     image.header.width = width;
     image.header.height = height;
     image.header.mipMapCount = levels;
+    std::string blocks;
     for (const DdsUpload& upload : ddsUploads(image.header)) {
         for (std::uint32_t y = 0; y < upload.height; y += 4) {
             for (std::uint32_t x = 0; x < upload.width; x += 4) {
@@ -32,13 +33,14 @@ DdsImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t levels
                     const bool seen = isSeen(upload.level, x + texel % 4, y + texel / 4);
                     indices |= (seen ? 0u : 3u) << (2 * texel);
                 }
-                image.bytes.resize(image.bytes.size() + 4); // both colours black
+                blocks.append(4, 0); // both colours black
                 for (unsigned int shift = 0; shift < 32; shift += 8) {
-                    image.bytes.push_back(static_cast<char>(indices >> shift & 0xFFu));
+                    blocks.push_back(static_cast<char>(indices >> shift & 0xFFu));
                 }
             }
         }
     }
+    image.bytes = Bytes(blocks);
     return image;
 }
 
@@ -90,7 +92,7 @@ TEST(TextureCoverage, TakesNoTexelsBeyondThePictureForSeenOnes) {
 
 TEST(TextureCoverage, TakesOpaqueColoursForSeenWhateverTheirIndices) {
     DdsImage image = imageOf(8, 4, 1, [](auto...) { return false; });
-    image.bytes[0] = 1; // the first colour above the second: four colours, none of them transparent
+    image.bytes.data()[0] = 1; // the first colour above the second: four colours, none of them transparent
     EXPECT_EQ(partsOf(image), (Parts{{0, 0, 5, 4}}));
 }
 
