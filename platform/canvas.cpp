@@ -41,7 +41,7 @@ void Canvas::load(GlLookup driver, GlLookup systemLibrary) {
     platform::load(gl.namedFramebufferTexture, "glNamedFramebufferTexture", driver, systemLibrary);
     platform::load(gl.bindFramebuffer, "glBindFramebuffer", driver, systemLibrary);
     platform::load(gl.blitNamedFramebuffer, "glBlitNamedFramebuffer", driver, systemLibrary);
-    copiesByRows = isGlDoneInSoftware(systemLibrary);
+    copiesByRows = copiesRowsAsMemory(systemLibrary);
 }
 
 void Canvas::resize(const ClientSize& size) {
@@ -123,7 +123,7 @@ void Canvas::copy(const Picture& from, GLuint to, const ClientSize& toSize) cons
                             widthOf(toSize), heightOf(toSize), GL_COLOR_BUFFER_BIT, nearest);
 }
 
-// Software copies what it need not turn around as memory and draws all else as a picture, which takes eight times as long. A
+// Mesa 22 copies what it need not turn around as memory and draws all else as a picture, which takes eight times as long. A
 // window's rows run downwards there and the canvas's upwards, but a single row turned around stays what it is.
 void Canvas::copyRowsToWindow() const {
     for (GLint row = 0; row < heightOf(picture.size); ++row) {

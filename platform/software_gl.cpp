@@ -11,23 +11,35 @@ namespace dunkman::platform {
 
 namespace {
 
-constexpr GLenum rendererName = 0x1F01; // GL_RENDERER of the OpenGL registry
+// Of the OpenGL registry.
+constexpr GLenum rendererName = 0x1F01; // GL_RENDERER
+constexpr GLenum versionName = 0x1F02;  // GL_VERSION
 
 // Both of Mesa, whose rounding unpacked_textures.cpp follows.
 constexpr std::array<std::string_view, 2> softwareRenderers = {"llvmpipe", "softpipe"};
 
+// What the driver says of itself; nothing where it does not.
+std::string_view stringOf(GLenum name, GlLookup systemLibrary) {
+    const GlFunction address = systemLibrary("glGetString");
+    if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(address))) {
+        return {};
+    }
+    using GetString = const std::uint8_t* (*)(GLenum name);
+    const std::uint8_t* const answer = reinterpret_cast<GetString>(address)(name);
+    return answer == nullptr ? "" : reinterpret_cast<const char*>(answer);
+}
+
 } // namespace
 
 bool isGlDoneInSoftware(GlLookup systemLibrary) {
-    const GlFunction address = systemLibrary("glGetString");
-    if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(address))) {
-        return false;
-    }
-    using GetString = const std::uint8_t* (*)(GLenum name);
-    const std::uint8_t* const answer = reinterpret_cast<GetString>(address)(rendererName);
-    const std::string_view renderer = answer == nullptr ? "" : reinterpret_cast<const char*>(answer);
+    const std::string_view renderer = stringOf(rendererName, systemLibrary);
     return std::any_of(softwareRenderers.begin(), softwareRenderers.end(),
                        [renderer](std::string_view name) { return renderer.starts_with(name); });
+}
+
+bool copiesRowsAsMemory(GlLookup systemLibrary) {
+    return isGlDoneInSoftware(systemLibrary) &&
+           stringOf(versionName, systemLibrary).find(" Mesa 22.") != std::string_view::npos;
 }
 
 } // namespace dunkman::platform

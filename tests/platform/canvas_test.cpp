@@ -27,6 +27,7 @@ struct Driver {
     GLuint boundTexture = 0;
     std::set<GLint> copiedRows; // of the window, one by one
     std::string renderer = "a graphics card";
+    std::string version = "4.5 (Compatibility Profile) Mesa 22.3.6";
     std::string missing;
 
     void draw(const std::string& picture) { pictures[bound] = picture; }
@@ -97,8 +98,10 @@ void blit(GLuint from, GLuint to, GLint, GLint fromY0, GLint fromX1, GLint fromY
     driver.pictures[to] = driver.pictures[from] + (isStretched ? ", stretched" : "");
 }
 
-const std::uint8_t* getString(GLenum) {
-    return reinterpret_cast<const std::uint8_t*>(driver.renderer.c_str());
+const std::uint8_t* getString(GLenum name) {
+    constexpr GLenum versionName = 0x1F02;
+    return reinterpret_cast<const std::uint8_t*>(
+        (name == versionName ? driver.version : driver.renderer).c_str());
 }
 
 void viewport(GLint, GLint, GLsizei width, GLsizei height) {
@@ -175,6 +178,15 @@ TEST_F(CanvasTest, GoesToTheWindowRowByRowInSoftware) {
     EXPECT_EQ(show(), "step 1, by rows");
     driver.draw("step 2");
     EXPECT_EQ(show(), "step 2, by rows");
+}
+
+TEST_F(CanvasTest, GoesToTheWindowAtOnceWhereRowsAreNoQuickerToCopy) {
+    driver.renderer = "llvmpipe (LLVM 19.1.7, 256 bits)";
+    driver.version = "4.5 (Compatibility Profile) Mesa 25.0.7-2";
+    canvas.load(ask, ask);
+    canvas.resize({960, 540});
+    driver.draw("step 1");
+    EXPECT_EQ(show(), "step 1");
 }
 
 TEST_F(CanvasTest, LeavesNoTextureBound) {
