@@ -159,7 +159,7 @@ private:
 
 TEST_F(Faults, EachAllocationOfAShortGame) {
     const Tally tally = failEach(SystemCall::Allocation);
-    EXPECT_GT(tally.tried, 500);
+    EXPECT_GT(tally.tried, 400);
     EXPECT_GT(tally.told, tally.tried / 2);
     // The one thing that is left out without the player being told: the show goes on in silence.
     EXPECT_TRUE(debugLines.contains("audio: not enough memory for zombiegame.mp3: no music from it"));

@@ -2,6 +2,9 @@
 # Sourced by commands that run Windows programs, after report.sh: a Wine prefix of the project's own, and where the machine
 # has none, a virtual display and a null sound device. Everything started here is ended by end_desktop, and nothing else.
 
+# shellcheck source=tools/shell/wine.sh
+. "$(dirname "${BASH_SOURCE[0]}")/wine.sh"
+
 desktop_processes=()
 desktop_folder=
 
@@ -19,6 +22,7 @@ start_wine() {
         wine wineboot --init >/dev/null 2>&1 </dev/null
         wineserver -w
     fi
+    keep_wine_server
 }
 
 # start_display: a virtual display of 1920 by 1080.
