@@ -45,9 +45,6 @@ start_display() {
     export DISPLAY
     # Software rendering, whatever the machine has: the display is not on any graphics card.
     export LIBGL_ALWAYS_SOFTWARE=1
-    # It takes memory for every frame and gives it back. Left with the process, that memory need not be mapped anew each
-    # time: 2 ms of the main thread in the frames that show most.
-    export MALLOC_TRIM_THRESHOLD_=268435456 MALLOC_TOP_PAD_=33554432
 }
 
 # resize_window PROGRAM.exe WIDTHxHEIGHT: gives the window of the program of that path, when it is up, that size. It is
