@@ -1,4 +1,4 @@
-"""The commands of the root folder, before they build anything: what they say of themselves and what they refuse."""
+"""The commands, before they build anything or run a real program: what they say of themselves and what they refuse."""
 
 import contextlib
 import os
@@ -25,6 +25,15 @@ def run(command, *words, folder=ROOT):
             os.killpg(process.pid, signal.SIGTERM)
             raise AssertionError(f"{command} {' '.join(words)} goes on instead of ending") from None
     return subprocess.CompletedProcess(command, process.returncode, out, errors)
+
+
+def write_commands(folder, scripts):
+    """Writes commands of the given names for a shell to find, each a script of its own."""
+    folder.mkdir()
+    for name, script in scripts.items():
+        path = folder / name
+        path.write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
+        path.chmod(0o755)
 
 
 class Help(unittest.TestCase):
@@ -206,11 +215,7 @@ class StoppedByHand(unittest.TestCase):
                 shutil.copytree(ROOT / path, target)
             else:
                 target.write_text("", encoding="utf-8")
-        for name, script in self.COMMANDS.items():
-            path = self.folder / "bin" / name
-            path.parent.mkdir(exist_ok=True)
-            path.write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
-            path.chmod(0o755)
+        write_commands(self.folder / "bin", self.COMMANDS)
 
     def test_keeps_what_was_recorded_and_ends_the_game(self):
         project = self.folder / "project"
@@ -234,6 +239,33 @@ class StoppedByHand(unittest.TestCase):
                          "half of a game\n")
         with self.assertRaises(ProcessLookupError):
             os.kill(int(game.read_text(encoding="utf-8")), 0)
+
+
+class RunWine(unittest.TestCase):
+    """tools/run-wine with a Wine whose first program starts services, which keep that program's output open."""
+
+    COMMANDS = {
+        "wineserver": "exit 0",
+        "wine": """[ -e "$WINEPREFIX/services" ] || { sleep 60 & echo $! >"$WINEPREFIX/services"; }
+            echo "the output of $*" """,
+    }
+
+    def setUp(self):
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.folder = Path(scratch.name)
+        write_commands(self.folder / "bin", self.COMMANDS)
+
+    def test_ends_its_output_with_the_program(self):
+        environment = {**os.environ, "PATH": f"{self.folder / 'bin'}:{os.environ['PATH']}",
+                       "WINEPREFIX": str(self.folder)}
+        try:
+            said = subprocess.run([ROOT / "tools" / "run-wine", "a.exe"], env=environment, text=True, timeout=PATIENCE,
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                  check=True).stdout
+        finally:
+            os.kill(int((self.folder / "services").read_text(encoding="utf-8")), signal.SIGKILL)
+        self.assertEqual(said, "the output of a.exe\n")
 
 
 if __name__ == "__main__":
