@@ -115,6 +115,7 @@ void createGlContext() {
 void loadGlFunctions() {
     dunkman::loadGlFunctions(lookUpInSystemLibrary, askDriver);
     unpackTexturesInSoftware(askDriver, lookUpInSystemLibrary);
+    keepMemoryInSoftware(lookUpInSystemLibrary);
     canvas.load(askDriver, lookUpInSystemLibrary);
     clientSize(); // gives the canvas its size
 }

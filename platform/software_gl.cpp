@@ -14,6 +14,9 @@ namespace {
 // Of the OpenGL registry.
 constexpr GLenum rendererName = 0x1F01; // GL_RENDERER
 constexpr GLenum versionName = 0x1F02;  // GL_VERSION
+constexpr GLenum texelFormat = 0x8058;  // GL_RGBA8
+
+constexpr GLsizei largePieceSide = 2048; // texels; 16 MB of them
 
 // Both of Mesa, whose rounding unpacked_textures.cpp follows.
 constexpr std::array<std::string_view, 2> softwareRenderers = {"llvmpipe", "softpipe"};
@@ -40,6 +43,16 @@ bool isGlDoneInSoftware(GlLookup systemLibrary) {
 bool copiesRowsAsMemory(GlLookup systemLibrary) {
     return isGlDoneInSoftware(systemLibrary) &&
            stringOf(versionName, systemLibrary).find(" Mesa 22.") != std::string_view::npos;
+}
+
+void keepMemoryInSoftware(GlLookup systemLibrary) {
+    if (!isGlDoneInSoftware(systemLibrary)) {
+        return;
+    }
+    GLuint largePiece = 0;
+    glCreateTextures(GL_TEXTURE_2D, 1, &largePiece);
+    glTextureStorage2D(largePiece, 1, texelFormat, largePieceSide, largePieceSide);
+    glDeleteTextures(1, &largePiece);
 }
 
 } // namespace dunkman::platform

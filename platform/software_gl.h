@@ -13,4 +13,10 @@ bool isGlDoneInSoftware(GlLookup systemLibrary);
 // must be current.
 bool copiesRowsAsMemory(GlLookup systemLibrary);
 
+// In software, lets the memory of one frame serve the next. Mesa takes some 10 MB piece by piece while a frame is drawn and
+// gives it back after it. The C library that it is built with would give all of it back to the system each time, which then
+// clears every page anew: 3 ms of a frame of 50. That library keeps twice as much as the largest piece that ever came back to
+// it (mallopt(3), M_MMAP_THRESHOLD), so a large one comes back here. After loadGlFunctions and with its context current.
+void keepMemoryInSoftware(GlLookup systemLibrary);
+
 } // namespace dunkman::platform

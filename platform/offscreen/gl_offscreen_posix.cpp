@@ -90,6 +90,7 @@ void loadGlFunctions() {
     openScreen();
     dunkman::loadGlFunctions(lookUp, lookUp);
     platform::unpackTexturesInSoftware(lookUp, lookUp);
+    platform::keepMemoryInSoftware(lookUp);
     machine.drawsInSoftware = platform::isGlDoneInSoftware(lookUp);
     screen.canvas.load(lookUp, lookUp);
     screen.canvas.resize(screen.size);
