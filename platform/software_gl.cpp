@@ -14,6 +14,7 @@ namespace {
 // Of the OpenGL registry.
 constexpr GLenum rendererName = 0x1F01; // GL_RENDERER
 constexpr GLenum versionName = 0x1F02;  // GL_VERSION
+constexpr GLenum alphaBits = 0x0D55;    // GL_ALPHA_BITS
 constexpr GLenum texelFormat = 0x8058;  // GL_RGBA8
 
 constexpr GLsizei largePieceSide = 2048; // texels; 16 MB of them
@@ -32,6 +33,17 @@ std::string_view stringOf(GLenum name, GlLookup systemLibrary) {
     return answer == nullptr ? "" : reinterpret_cast<const char*>(answer);
 }
 
+bool hasWindowAlpha(GlLookup systemLibrary) {
+    const GlFunction address = systemLibrary("glGetIntegerv");
+    if (isMissingGlFunction(reinterpret_cast<std::intptr_t>(address))) {
+        return false;
+    }
+    using GetIntegers = void (*)(GLenum name, GLint * values);
+    GLint bits = 0;
+    reinterpret_cast<GetIntegers>(address)(alphaBits, &bits);
+    return bits > 0;
+}
+
 } // namespace
 
 bool isGlDoneInSoftware(GlLookup systemLibrary) {
@@ -42,7 +54,8 @@ bool isGlDoneInSoftware(GlLookup systemLibrary) {
 
 bool copiesRowsAsMemory(GlLookup systemLibrary) {
     return isGlDoneInSoftware(systemLibrary) &&
-           stringOf(versionName, systemLibrary).find(" Mesa 22.") != std::string_view::npos;
+           (hasWindowAlpha(systemLibrary) ||
+            stringOf(versionName, systemLibrary).find(" Mesa 22.") != std::string_view::npos);
 }
 
 void keepMemoryInSoftware(GlLookup systemLibrary) {

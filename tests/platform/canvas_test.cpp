@@ -28,6 +28,7 @@ struct Driver {
     std::set<GLint> copiedRows; // of the window, one by one
     std::string renderer = "a graphics card";
     std::string version = "4.5 (Compatibility Profile) Mesa 22.3.6";
+    GLint alphaBits = 8; // of the window
     std::string missing;
 
     void draw(const std::string& picture) { pictures[bound] = picture; }
@@ -104,6 +105,11 @@ const std::uint8_t* getString(GLenum name) {
         (name == versionName ? driver.version : driver.renderer).c_str());
 }
 
+void getIntegers(GLenum name, GLint* values) {
+    constexpr GLenum alphaBits = 0x0D55;
+    *values = name == alphaBits && driver.bound == 0 ? driver.alphaBits : 0;
+}
+
 void viewport(GLint, GLint, GLsizei width, GLsizei height) {
     if (driver.bound == 0) {
         driver.windowSize = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
@@ -129,6 +135,7 @@ GlFunction ask(const char* name) {
         {"glBlitNamedFramebuffer", address(blit)},
         {"glTexImage2D", address(texImage)},
         {"glGetString", address(getString)},
+        {"glGetIntegerv", address(getIntegers)},
     };
     return name == driver.missing || !functions.contains(name) ? nullptr : functions.at(name);
 }
@@ -171,18 +178,45 @@ TEST_F(CanvasTest, ShowsWhatWasDrawn) {
 }
 
 TEST_F(CanvasTest, GoesToTheWindowRowByRowInSoftware) {
+    for (const char* const version : {"22.3.6", "23.1.4", "25.0.7-2"}) {
+        driver = Driver();
+        driver.renderer = "llvmpipe (LLVM 19.1.7, 256 bits)";
+        driver.version = std::string("4.5 (Compatibility Profile) Mesa ") + version;
+        canvas = Canvas();
+        canvas.load(ask, ask);
+        canvas.resize({960, 540});
+        driver.draw("step 1");
+        EXPECT_EQ(show(), "step 1, by rows") << version;
+        driver.draw("step 2");
+        EXPECT_EQ(show(), "step 2, by rows") << version;
+    }
+}
+
+TEST_F(CanvasTest, GoesToAWindowWithoutAlphaRowByRowWithMesa22) {
     driver.renderer = "llvmpipe (LLVM 15.0.6, 256 bits)";
+    driver.alphaBits = 0;
     canvas.load(ask, ask);
     canvas.resize({960, 540});
     driver.draw("step 1");
     EXPECT_EQ(show(), "step 1, by rows");
-    driver.draw("step 2");
-    EXPECT_EQ(show(), "step 2, by rows");
 }
 
 TEST_F(CanvasTest, GoesToTheWindowAtOnceWhereRowsAreNoQuickerToCopy) {
-    driver.renderer = "llvmpipe (LLVM 19.1.7, 256 bits)";
-    driver.version = "4.5 (Compatibility Profile) Mesa 25.0.7-2";
+    for (const char* const missing : {"", "glGetIntegerv"}) {
+        driver = Driver();
+        driver.renderer = "llvmpipe (LLVM 19.1.7, 256 bits)";
+        driver.version = "4.5 (Compatibility Profile) Mesa 25.0.7-2";
+        driver.alphaBits = missing[0] == 0 ? 0 : 8;
+        driver.missing = missing;
+        canvas = Canvas();
+        canvas.load(ask, ask);
+        canvas.resize({960, 540});
+        driver.draw("step 1");
+        EXPECT_EQ(show(), "step 1") << missing;
+    }
+}
+
+TEST_F(CanvasTest, GoesToTheWindowOfAGraphicsCardAtOnce) {
     canvas.load(ask, ask);
     canvas.resize({960, 540});
     driver.draw("step 1");
