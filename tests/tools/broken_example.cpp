@@ -47,7 +47,7 @@ BrokenExample readExample(const std::filesystem::path& path) {
     for (std::string line; std::getline(lines, line);) {
         const std::string verb = line.substr(0, line.find(' '));
         if (verb == "expect") {
-            example.expected += line.substr(verb.size() + 1) + '\n';
+            example.expected += unescaped(line.substr(verb.size() + 1)) + '\n';
         } else if (verb == "needs") {
             example.neededProgram = line.substr(verb.size() + 1);
         } else {

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "base/fatal.h"
+#include "base/files.h"
 #include "render/dds.h"
 #include "tools/inspect/file_checks.h"
 #include "tools/inspect/level_files.h"
@@ -51,17 +52,20 @@ void requireImages(const DataFile& images, Faults& faults) {
 }
 
 std::string suggestFile(const std::string& path) {
-    const std::filesystem::path wanted(path);
+    const std::size_t slash = path.find_last_of('/');
+    if (slash == std::string::npos || statusOf(path.substr(0, slash)).kind != FileKind::Folder) {
+        return {};
+    }
     std::vector<std::string> names;
     std::error_code failure;
-    for (std::filesystem::directory_iterator entry(wanted.parent_path(), failure), end;
+    for (std::filesystem::directory_iterator entry(path.substr(0, slash), failure), end;
          !failure && entry != end; entry.increment(failure)) {
         const std::u8string name = entry->path().filename().u8string();
         names.emplace_back(name.begin(), name.end());
     }
     std::sort(names.begin(), names.end());
     const std::vector<std::string_view> known(names.begin(), names.end());
-    return suggestion(wanted.filename().string(), known);
+    return suggestion(std::string_view(path).substr(slash + 1), known);
 }
 
 void checkTexture(const Spot& spot, const std::string& name, const std::string& path, Faults& faults) {
@@ -95,8 +99,7 @@ void checkImages(const DataFile& images, Faults& faults) {
             faults.add(image.value.spot(), name + "it is no path in quotes.");
         } else {
             const std::string path(image.value->stringValue());
-            std::error_code ignored;
-            if (std::filesystem::is_regular_file(path, ignored)) {
+            if (statusOf(path).kind == FileKind::Ordinary) {
                 checkTexture(image.value.spot(), name, path, faults);
             } else {
                 faults.add(image.value.spot(),
@@ -110,8 +113,7 @@ void checkImages(const DataFile& images, Faults& faults) {
 void checkGlyphs(Faults& faults) {
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string path = std::string("AssetsCompressed/Font/") + letter + ".dds";
-        std::error_code ignored;
-        if (std::filesystem::is_regular_file(path, ignored)) {
+        if (statusOf(path).kind == FileKind::Ordinary) {
             checkTexture({path, 1, 1}, "", path, faults);
         } else {
             faults.add({path, 1, 1}, "The file is missing.");

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <map>
 #include <set>
 
 #include "base/fatal.h"
+#include "base/files.h"
 #include "render/shader_preprocessor.h"
 #include "tools/inspect/shader_text.h"
 
@@ -40,8 +40,7 @@ public:
 
 private:
     std::string take(const std::string& file) {
-        std::error_code ignored;
-        if (!std::filesystem::is_regular_file(file, ignored)) {
+        if (statusOf(file).kind != FileKind::Ordinary) {
             if (missing.insert(file).second) {
                 reportMissing(file);
             }
