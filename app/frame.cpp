@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/pace.h"
+#include "app/process_end.h"
 #include "app/recording.h"
 #include "audio/sound.h"
 #include "base/arithmetic.h"
@@ -55,7 +56,7 @@ void runFrame() {
             saveRecording();
         }
         endPace();
-        platform::exitProcess(0);
+        endProcess(0);
     }
     if (frameObserver != nullptr) {
         frameObserver->updated();

@@ -85,6 +85,7 @@ void shutDown() {
     writable::assetCatalog.releaseAll();
     stopAudio();
     platform::restoreDesktop();
+    finishAudio();
     if (!kept.empty()) {
         platform::showNotice("The game was left before its recording was finished. " + kept);
     }

@@ -13,7 +13,7 @@ namespace dunkman {
 void startUp(InputMode mode, ScreenId firstScreen = ScreenId::Loading);
 
 // What follows the loop: keeps an unfinished recording and says so at the end; GPU resources, then audio. Not run when a
-// screen ends the program.
+// screen ends the program (app/process_end.h).
 void shutDown();
 
 // The end of a run that a fault stops: keeps an unfinished recording, and leaves as a FatalError that says where it is.

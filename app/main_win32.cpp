@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "app/lifecycle.h"
+#include "app/process_end.h"
 #include "base/fatal.h"
 #include "platform/platform.h"
 #include "platform/platform_win32.h"
@@ -27,7 +28,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     } catch (const std::exception& error) {
         dunkman::platform::showFatalMessage(dunkman::faultMessage(error));
         // Not by returning: the audio thread still reads objects that static destruction would take away.
-        dunkman::platform::exitProcess(1);
+        dunkman::endProcess(1);
     }
     return 0;
 }

@@ -20,8 +20,8 @@ public:
     static CallResult start(SystemCalls& system, AudioOutput*& output);
 
     // Stops the audio thread and frees everything, or leaves that to the thread if it does not answer in
-    // time. `output` is gone afterwards. Returns whether the thread has ended.
-    static bool stop(AudioOutput* output);
+    // time. `output` is gone afterwards. Returns null, or the thread that goes on: the caller closes it.
+    [[nodiscard]] static void* stop(AudioOutput* output);
 
     AudioRing ring;
 

@@ -93,14 +93,17 @@ unsigned long AudioOutput::runThread(void* output) {
     return 0;
 }
 
-bool AudioOutput::stop(AudioOutput* output) {
+void* AudioOutput::stop(AudioOutput* output) {
     SystemCalls& system = output->calls;
     output->stopRequested.exchange(1);
     system.setEvent(output->event);
-    const bool hasEnded = system.waitForThread(output->thread, threadMilliseconds);
-    system.closeHandle(output->thread);
+    void* goesOn = output->thread;
+    if (system.waitForThread(goesOn, threadMilliseconds)) {
+        system.closeHandle(goesOn);
+        goesOn = nullptr;
+    }
     output->letGo();
-    return hasEnded;
+    return goesOn;
 }
 
 void AudioOutput::letGo() {

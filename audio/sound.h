@@ -19,6 +19,11 @@ void feedAudio();
 // when nothing was started. Supplied by the platform.
 void stopAudio();
 
+// Before the process ends, however it does: stops the audio if it plays, and gives an audio thread that did not end in
+// time two seconds more. A process that ends takes its threads away wherever they are; Wine 8 dies of that in the midst
+// of its audio system, one time in thirty. Supplied by the platform; does nothing where no device plays.
+void finishAudio();
+
 // Stops, forgets both tracks and selects silence, as before start-up. For programs that run many games.
 void resetAudio();
 

@@ -7,8 +7,19 @@ namespace dunkman {
 
 namespace {
 
+// The window is off the screen by then.
+constexpr unsigned lateMilliseconds = 2000;
+
 AudioOutput* currentOutput = nullptr;
+void* lateThread = nullptr; // one that stopAudio has left to itself
 bool hasCom = false;
+
+void closeLateThread() {
+    if (lateThread != nullptr) {
+        windowsSystemCalls().closeHandle(lateThread);
+        lateThread = nullptr;
+    }
+}
 
 } // namespace
 
@@ -29,13 +40,25 @@ void startAudio() {
 
 void stopAudio() {
     fedRing = nullptr;
-    const bool hasEnded = currentOutput == nullptr || AudioOutput::stop(currentOutput);
+    void* const goesOn = currentOutput == nullptr ? nullptr : AudioOutput::stop(currentOutput);
     currentOutput = nullptr;
     // A thread that hangs in the audio system still stands on what COM has loaded for this one.
-    if (hasCom && hasEnded) {
+    if (hasCom && goesOn == nullptr) {
         windowsSystemCalls().uninitializeCom();
     }
     hasCom = false;
+    if (goesOn != nullptr) {
+        closeLateThread();
+        lateThread = goesOn;
+    }
+}
+
+void finishAudio() {
+    stopAudio();
+    if (lateThread != nullptr) {
+        windowsSystemCalls().waitForThread(lateThread, lateMilliseconds);
+        closeLateThread();
+    }
 }
 
 } // namespace dunkman

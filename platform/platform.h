@@ -30,8 +30,7 @@ void setSwapInterval();   // 1: wait for the vertical blank
 bool isWindowVisible();
 
 // Gives back what switchDisplayMode took: the desktop's own display mode, and leave to dim and to sleep.
-// Takes the window off the screen. Once the loop has ended; exitProcess and the message of a fatal error do
-// it by themselves.
+// Takes the window off the screen. Once the loop has ended; the message of a fatal error does it by itself.
 void restoreDesktop();
 
 // Shows the player a message that is no fault, in UTF-8, and waits until it has been read. After restoreDesktop.
@@ -55,7 +54,8 @@ bool bringPictureBack(); // that copy, over all that is drawn; false, and nothin
 // The machine as no program has used it yet, for programs that run several games. Only the simulated machine has it.
 void resetMachine();
 
-// Ends the process at once. The simulated platform throws ProgramExit instead.
+// Ends the process at once; app/process_end.h first lets go of what others wait for. The simulated platform throws
+// ProgramExit instead.
 [[noreturn]] void exitProcess(int status);
 
 } // namespace dunkman::platform

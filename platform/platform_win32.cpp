@@ -166,10 +166,7 @@ void swapBuffers() {
 void keepPicture() { canvas.keep(); }
 bool bringPictureBack() { return canvas.bringBack(); }
 
-void exitProcess(int status) {
-    restoreDesktop();
-    ExitProcess(static_cast<UINT>(status));
-}
+void exitProcess(int status) { ExitProcess(static_cast<UINT>(status)); }
 
 void useRealPixels() { SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2); }
 

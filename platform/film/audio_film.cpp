@@ -32,6 +32,8 @@ void stopAudio() {
     filmRing.reset();
 }
 
+void finishAudio() {} // the last picture's sound is still to be taken
+
 void film::takeSound(std::span<float> stereo) {
     std::ranges::fill(stereo, 0.0f);
     if (filmRing == nullptr || stereo.empty()) {

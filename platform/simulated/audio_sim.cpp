@@ -1,3 +1,5 @@
+#include "platform/simulated/audio_sim.h"
+
 #include <memory>
 
 #include "audio/decode.h"
@@ -14,11 +16,13 @@ namespace {
 constexpr std::uint32_t deviceBufferFrames = 1440; // 30 ms
 
 std::unique_ptr<AudioRing> silentRing;
+bool isFinished = false;
 
 } // namespace
 
 void startAudio() {
     stopAudio();
+    isFinished = false;
     auto ring = std::make_unique<AudioRing>();
     const CallResult allocated = ring->allocate(AudioRing::sizeFor(streamFormat.averageBytesPerSecond));
     if (allocated.failed()) {
@@ -34,6 +38,11 @@ void stopAudio() {
     fedRing = nullptr;
     silentRing.reset();
 }
+
+// What is played to the last goes on being fed: the process ends now.
+void finishAudio() { isFinished = true; }
+
+bool simulated::isAudioFinished() { return isFinished; }
 
 MusicTrack decodeMusic(const std::wstring&) { return {}; }
 

@@ -3,7 +3,9 @@
 #include "app/recording.h"
 #include "base/frame_state_writer.h"
 #include "base/key_states_writer.h"
+#include "platform/simulated/audio_sim.h"
 #include "render/gl.h"
+#include "render/image_table.h"
 #include "screens/screen_writer.h"
 #include "tests/fakes/program_fixture.h"
 
@@ -65,6 +67,16 @@ TEST_F(Frame, ANullScreenEndsTheProcessWithoutRendering) {
         EXPECT_EQ(exit.status, 0);
     }
     EXPECT_EQ(probe.log, (std::vector<std::string>{"update"}));
+}
+
+TEST_F(Frame, ANullScreenGivesBackTheDesktopAndWaitsForTheSoundAndReleasesNothingElse) {
+    startWithProbe(InputMode::Live, ScreenId::Menu);
+    probe.onUpdate = [] { writable::screenState.currentScreen = nullptr; };
+    simulated::machine.calls.clear();
+    EXPECT_THROW(iterateAfter(stepNanoseconds), simulated::ProgramExit);
+    EXPECT_EQ(simulated::machine.calls, (std::vector<std::string>{"restoreDesktop"}));
+    EXPECT_TRUE(simulated::isAudioFinished());
+    EXPECT_FALSE(pictures.imageTable.empty());
 }
 
 TEST_F(Frame, OnlyRecordModeSavesWhenTheProgramEnds) {

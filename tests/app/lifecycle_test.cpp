@@ -9,6 +9,7 @@
 #include "app/reset.h"
 #include "base/fatal.h"
 #include "base/key_states.h"
+#include "platform/simulated/audio_sim.h"
 #include "render/image_table.h"
 #include "render/renderer.h"
 #include "tests/fakes/program_fixture.h"
@@ -127,6 +128,13 @@ TEST_F(Lifecycle, ShutDownGivesTheDesktopBackLast) {
     simulated::machine.calls.clear();
     shutDown();
     EXPECT_EQ(simulated::machine.calls, (std::vector<std::string>{"restoreDesktop"}));
+}
+
+TEST_F(Lifecycle, ShutDownWaitsForTheSoundToEnd) {
+    start(InputMode::Live);
+    EXPECT_FALSE(simulated::isAudioFinished());
+    shutDown();
+    EXPECT_TRUE(simulated::isAudioFinished());
 }
 
 TEST_F(Lifecycle, AMissingTextureStopsItWithTheNameOfTheFile) {

@@ -56,6 +56,15 @@ AudioOutput* started(FakeCoreAudio& machine) {
     return output;
 }
 
+// Whether its thread has ended in time; one that goes on is left to itself.
+bool stop(FakeCoreAudio& machine, AudioOutput* output) {
+    void* const goesOn = AudioOutput::stop(output);
+    if (goesOn != nullptr) {
+        machine.system().closeHandle(goesOn);
+    }
+    return goesOn == nullptr;
+}
+
 // On a busy machine the thread may have been given up before it came to its end.
 void expectNothingHeld(FakeCoreAudio& machine) {
     machine.waitForThreadEnd();
@@ -82,7 +91,7 @@ TEST(CoreAudioStart, TakesTheShortestPeriodWhereTheSystemHasOne) {
               startUp({"QueryInterface IAudioClient3", "GetSharedModeEnginePeriod stream format",
                        "InitializeSharedAudioStream 00040000 128 stream format"}));
     EXPECT_NE(machine.streamEvent(), nullptr);
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
 }
 
@@ -93,7 +102,7 @@ TEST(CoreAudioStart, FallsBackWithoutTheThirdInterface) {
     AudioOutput* const output = started(machine);
     EXPECT_EQ(upTo(machine.calls(), "CreateThread"),
               startUp({"QueryInterface IAudioClient3", "GetDevicePeriod", fallback}));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
 }
 
@@ -103,7 +112,7 @@ TEST(CoreAudioStart, FallsBackWithoutAnEnginePeriod) {
     EXPECT_EQ(upTo(machine.calls(), "CreateThread"),
               startUp({"QueryInterface IAudioClient3", "GetSharedModeEnginePeriod stream format",
                        "GetDevicePeriod", fallback}));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
 }
 
@@ -115,7 +124,7 @@ TEST(CoreAudioStart, FallsBackOnANewClientWhenTheShortestPeriodIsRefused) {
                        "InitializeSharedAudioStream 00040000 128 stream format", "CoCreateInstance",
                        "GetDefaultAudioEndpoint render console", "Activate IAudioClient2", "GetDevicePeriod",
                        fallback}));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
 }
 
@@ -142,7 +151,7 @@ TEST_P(CoreAudioWithoutDevice, SaysSoOnceAndPlaysOnTheDeviceThatComes) {
     EXPECT_LT(waited, 2000.0);
     SetEvent(machine.streamEvent());
     EXPECT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 2") >= 1; }));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
     EXPECT_TRUE(testing::takeDebugLines().empty());
 }
@@ -150,7 +159,7 @@ TEST_P(CoreAudioWithoutDevice, SaysSoOnceAndPlaysOnTheDeviceThatComes) {
 TEST_P(CoreAudioWithoutDevice, StopsAtOnceWithoutHavingPlayed) {
     FakeCoreAudio machine({.failing = GetParam().failing, .hasLowLatency = false});
     AudioOutput* const output = started(machine);
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
     EXPECT_EQ(countOf(machine, "Start"), 0);
     testing::takeDebugLines();
@@ -200,7 +209,7 @@ TEST(CoreAudioThread, AsksForTheBufferSizeItself) {
     const auto service = std::find(calls.begin(), calls.end(), "GetService render");
     ASSERT_LT(2, calls.end() - service);
     EXPECT_EQ(Calls(service, service + 3), (Calls{"GetService render", "GetBufferSize", "Start"}));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
 }
 
@@ -216,7 +225,7 @@ TEST(CoreAudioThread, AnswersEachSignal) {
     output->ring.feed(&track);
     SetEvent(machine.streamEvent());
     ASSERT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 0") == 1; }));
-    AudioOutput::stop(output);
+    stop(machine, output);
     EXPECT_EQ(countOf(machine, "Stop"), 1);
     expectNothingHeld(machine);
 }
@@ -226,7 +235,7 @@ TEST(CoreAudioThread, StopsInOrder) {
     AudioOutput* const output = started(machine);
     ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
     const std::size_t before = machine.calls().size();
-    if (!AudioOutput::stop(output)) {
+    if (!stop(machine, output)) {
         GTEST_SKIP() << "the audio thread got no processor time";
     }
     Calls calls = machine.calls();
@@ -255,7 +264,7 @@ TEST(CoreAudioThread, ReopensALostDeviceWithinTwoSeconds) {
     EXPECT_LT(waited, 2000.0);
     SetEvent(machine.streamEvent());
     EXPECT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 2") >= 1; }));
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
     EXPECT_EQ(
         testing::takeDebugLines(),
@@ -279,7 +288,7 @@ TEST(CoreAudioThread, FollowsTheDefaultDevice) {
     callback->OnDefaultDeviceChanged(eRender, eConsole, L"other");
     ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 2; }));
     EXPECT_EQ(countOf(machine, "Stop"), 1);
-    AudioOutput::stop(output);
+    stop(machine, output);
     expectNothingHeld(machine);
     EXPECT_EQ(testing::takeDebugLines().size(), 1u);
 }
@@ -293,7 +302,7 @@ double bestStop(const FakeCoreAudio::Script& script,
         FakeCoreAudio machine(script);
         AudioOutput* const output = started(machine);
         bringIntoState(machine);
-        best = std::min(best, millisecondsOf([&] { AudioOutput::stop(output); }));
+        best = std::min(best, millisecondsOf([&] { stop(machine, output); }));
         expectNothingHeld(machine);
     }
     return best;
@@ -345,8 +354,20 @@ TEST(CoreAudioStop, SaysWhetherTheThreadHasEnded) {
     ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
     SetEvent(machine.streamEvent());
     ASSERT_TRUE(eventually([&] { return countOf(machine, "ReleaseBuffer 1056 2") == 1; }));
-    EXPECT_FALSE(AudioOutput::stop(output));
+    EXPECT_FALSE(stop(machine, output));
     EXPECT_GT(machine.liveReferences(), 0); // still in use over there
+    expectNothingHeld(machine);
+}
+
+TEST(CoreAudioStop, HandsOutAThreadThatGoesOnSoThatItCanBeWaitedFor) {
+    FakeCoreAudio machine({.closeBlocksFor = 300});
+    AudioOutput* const output = started(machine);
+    ASSERT_TRUE(eventually([&] { return countOf(machine, "Start") == 1; }));
+    void* const goesOn = AudioOutput::stop(output);
+    ASSERT_NE(goesOn, nullptr);
+    EXPECT_TRUE(machine.system().waitForThread(goesOn, 60000));
+    EXPECT_EQ(machine.liveReferences(), 0);
+    machine.system().closeHandle(goesOn);
     expectNothingHeld(machine);
 }
 
@@ -355,7 +376,7 @@ TEST(CoreAudioStop, LeaksNothingInManyRounds) {
     for (int round = 0; round < 200; ++round) {
         AudioOutput* const output = started(machine);
         output->ring.feed(nullptr);
-        AudioOutput::stop(output);
+        stop(machine, output);
         machine.waitForThreadEnd();
         ASSERT_EQ(machine.liveReferences(), 0) << round;
         ASSERT_EQ(machine.liveHandles(), 0) << round;

@@ -144,5 +144,19 @@ TEST(RealOutput, StartsAndStopsInAnyStateWithinAHundredMilliseconds) {
     EXPECT_LT(slowest, 100.0);
 }
 
+TEST(RealOutput, IsFinishedFromAnyStateAndAsOftenAsAsked) {
+    finishAudio();
+    startAudio();
+    Sleep(50);
+    finishAudio();
+    EXPECT_EQ(fedRing, nullptr);
+    finishAudio();
+    startAudio();
+    stopAudio();
+    finishAudio();
+    EXPECT_EQ(fedRing, nullptr);
+    testing::takeDebugLines();
+}
+
 } // namespace
 } // namespace dunkman

@@ -102,5 +102,6 @@ int main(int count, char** arguments) {
         std::printf("stop took %.1f ms\n", 1000.0 * secondsSince(start));
         selectMusic(MusicSelection::None);
     }
+    finishAudio();
     return 0;
 }
