@@ -53,14 +53,19 @@ using dunkman::fails;
 using dunkman::original;
 using dunkman::SystemCall;
 
+// With nothrow as well: what was taken so is given back by the plain form, which would not know it otherwise.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return fails(SystemCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 void* operator new(std::size_t size) {
-    void* const memory = fails(SystemCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
     return memory;
 }
 void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 extern "C" {
